@@ -7,9 +7,11 @@
 namespace ZOLVA_Tree {
 namespace {
 
+// Static storage: the keys and definition texts stay put until the library
+// itself is unloaded, long after the host's last look at them.
 const std::vector<ZOLVA::ApiFunction>& ApiTable() {
-  static const auto* table = new std::vector<ZOLVA::ApiFunction>{};
-  return *table;
+  static const std::vector<ZOLVA::ApiFunction> table{};
+  return table;
 }
 
 }  // namespace
