@@ -1,13 +1,9 @@
 // Start-up, shutdown and script functions of the cluster module.
 #pragma once
 
-namespace ZOLVA_Cluster {
+#include "cluster/cluster_state.h"
 
-namespace State {
-// Empties the registry and its indices.
-void Initialize();
-void Shutdown();
-}  // namespace State
+namespace ZOLVA_Cluster {
 
 // Publishes the module's script functions, in table order.
 void RegisterAPI();
