@@ -3,8 +3,8 @@
 
 namespace ZOLVA_Render {
 
-// Resets the item cache and matrix snapshot unless the module is already
-// initialised (a second registration keeps them), and marks it initialised.
+// Resets the item cache unless the module is already initialised (a second
+// registration keeps it), and marks it initialised.
 void Initialize();
 // Empties the caches and marks the module uninitialised.
 void Shutdown();

@@ -392,6 +392,7 @@ MediaTrack* EnumRegionRenderMatrix(ReaProject*, int region, int n) {
 
 void SetRegionRenderMatrix(ReaProject*, int region, MediaTrack* track, int flag) {
   Host& h = H();
+  h.matrixCalls.push_back({region, track, flag});
   if (!track || !RegionNumberExists(region)) return;
   auto& row = h.renderMatrix[region];
   auto it = std::find(row.begin(), row.end(), track);

@@ -65,6 +65,12 @@ struct Marker {
   std::string guid;
 };
 
+struct MatrixCall {  // one SetRegionRenderMatrix call, as made
+  int region;
+  MediaTrack* track;
+  int flag;
+};
+
 struct Registration {
   const char* key;  // the caller's pointer, kept like REAPER <= 6.66 keeps it
   std::string name; // a copy, to check the pointer still reads the same
@@ -121,6 +127,7 @@ class Host {
   std::vector<std::unique_ptr<PCM_source>> sources;
   std::vector<Marker> markers;  // enumeration order
   std::map<int, std::vector<MediaTrack*>> renderMatrix;  // keyed by displayed region number
+  std::vector<MatrixCall> matrixCalls;
   std::map<std::string, ExtValues> projExtState;
   std::map<std::pair<std::string, std::string>, std::pair<std::string, bool>> extState;  // value, persist
   double playPosition = 0.0;
