@@ -1,24 +1,13 @@
 #include "cluster/legacy_format.h"
 
+#include "json/json_text.h"
+
 namespace ZOLVA_Cluster::Serialize {
 namespace {
 
-// A Lua string literal: quotes around the bytes, with tab, line feed,
-// carriage return, quote and backslash escaped and every other byte as is.
-void EscapeLuaString(std::string& out, std::string_view text) {
-  out += '"';
-  for (const char c : text) {
-    switch (c) {
-      case '\t': out += "\\t"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      default: out += c; break;
-    }
-  }
-  out += '"';
-}
+// A Lua string literal escapes the same five bytes a JSON string does (tab,
+// line feed, carriage return, quote, backslash) and keeps every other byte.
+void EscapeLuaString(std::string& out, std::string_view text) { ZOLVA::Json::AppendString(out, text); }
 
 // "[<escaped key>]={<number>}"
 void AppendReference(std::string& out, std::string_view key, size_t number) {

@@ -6,9 +6,11 @@
 
 namespace ZOLVA::Json {
 
-std::string EscapeJsonString(std::string_view text) {
-  std::string out;
-  out.reserve(text.size() + 8);
+namespace {
+
+// Appends `text` with quote, backslash, line feed, carriage return and tab
+// escaped; every other byte, control bytes included, is copied as is.
+void AppendEscaped(std::string& out, std::string_view text) {
   for (char c : text) {
     switch (c) {
       case '"': out += "\\\""; break;
@@ -19,6 +21,14 @@ std::string EscapeJsonString(std::string_view text) {
       default: out += c; break;
     }
   }
+}
+
+}  // namespace
+
+std::string EscapeJsonString(std::string_view text) {
+  std::string out;
+  out.reserve(text.size() + 8);
+  AppendEscaped(out, text);
   return out;
 }
 
@@ -31,7 +41,7 @@ std::string BuildJsonError(std::string_view message) {
 
 void AppendString(std::string& out, std::string_view text) {
   out += '"';
-  out += EscapeJsonString(text);
+  AppendEscaped(out, text);
   out += '"';
 }
 

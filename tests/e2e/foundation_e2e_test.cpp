@@ -3,11 +3,13 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "reascript.h"
 
@@ -70,7 +72,18 @@ TEST(Foundation, RegistersActionAndHookFirstAndWithdrawsOnlyApiNames) {
     EXPECT_NE(host.CommandIdOf("ZOLVA_OPEN_COMMAND"), 0);
     EXPECT_EQ(host.hooks.size(), 1u);
 
-    // Every script function arrives as a triple: API_, APIvararg_, APIdef_.
+    // The modules register in this order, each function as a triple: API_, APIvararg_, APIdef_.
+    std::vector<size_t> firsts;
+    for (const char* name : {"API_ZOLVA_Render_BuildItemCache", "API_ZOLVA_Cluster_GetVersion",
+                             "API_ZOLVA_TreeAddCluster", "API_ZOLVA_GetEnumIndexFromGUID"}) {
+      firsts.push_back(std::find_if(host.registerLog.begin(), host.registerLog.end(),
+                                    [&](const sim::Registration& r) { return r.name == name; }) -
+                       host.registerLog.begin());
+    }
+    EXPECT_EQ(firsts.front(), 2u);
+    EXPECT_TRUE(std::is_sorted(firsts.begin(), firsts.end()));
+    EXPECT_LT(firsts.back(), host.registerLog.size());
+    EXPECT_EQ(host.registerLog.size(), 2 + 3 * 41u);  // 41 script functions so far
     for (size_t i = 2; i + 2 < host.registerLog.size() && host.registerLog[i].name[0] != '-'; i += 3) {
       const std::string name = host.registerLog[i].name.substr(4);
       EXPECT_EQ(host.registerLog[i].name, "API_" + name);

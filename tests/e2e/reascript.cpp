@@ -1,8 +1,11 @@
 #include "reascript.h"
 
+#include <gtest/gtest.h>
+
 #include <dlfcn.h>
 
 #include <cstdint>
+#include <algorithm>
 #include <cstring>
 #include <deque>
 #include <stdexcept>
@@ -158,6 +161,25 @@ Values Call(sim::Host& host, const std::string& name, const Values& args) {
     }
   }
   return out;
+}
+
+void ExpectRegistersInOrder(const std::vector<Signature>& functions) {
+  sim::Host host;
+  LoadedExtension ext(host);
+  const auto& log = host.registerLog;
+  size_t at = 0;
+  while (at < log.size() && log[at].name != "API_" + functions.front().first) ++at;
+  ASSERT_LE(at + 3 * functions.size(), log.size()) << functions.front().first << " not registered";
+  for (const auto& [name, fields] : functions) {
+    std::string definition = fields + '\0';
+    std::replace(definition.begin(), definition.end(), '|', '\0');
+    EXPECT_EQ(log[at++].name, "API_" + name);
+    EXPECT_EQ(log[at++].name, "APIvararg_" + name);
+    EXPECT_EQ(log[at].name, "APIdef_" + name);
+    EXPECT_EQ(log[at++].definition, definition) << name;
+  }
+  ext.Unload();
+  for (const auto& f : functions) EXPECT_FALSE(host.IsRegistered("API_" + f.first)) << f.first;
 }
 
 }  // namespace e2e

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -45,5 +46,13 @@ Definition DefinitionOf(sim::Host& host, const std::string& name);
 // (hidden size arguments and outputs are not passed); the result holds the
 // return value (unless void) followed by every output, in declaration order.
 Values Call(sim::Host& host, const std::string& name, const Values& args = {});
+
+// A public name and its definition's four fields written "ret|types|names|help".
+using Signature = std::pair<std::string, std::string>;
+
+// Loads the module and expects `functions` registered consecutively in this
+// order, each as its API_ / APIvararg_ / APIdef_ triple with exactly that
+// definition text; after the unload, none of them is still callable.
+void ExpectRegistersInOrder(const std::vector<Signature>& functions);
 
 }  // namespace e2e

@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <string>
 
-#include "sim_host.h"
-
 namespace {
 
 using ZOLVA::ApiFunction;
@@ -101,25 +99,6 @@ TEST(ApiFrame, NullDoublePointerGivesThePerFunctionDefault) {
   EXPECT_EQ(g_seenDouble, 0.0);
   Call(minusOne, withNull, 2);
   EXPECT_EQ(g_seenDouble, -1.0);
-}
-
-TEST(ApiFrame, RegistersTriplesInOrderAndWithdrawsOnlyTheApiName) {
-  sim::Host host;
-  ZOLVA::ResolveHostApi(&sim::Host::GetFunc);
-  const std::vector<ApiFunction> table = {DefineApi<&Negate>("Z_A", "value", "a"),
-                                          DefineApi<&Echo>("Z_B", "text", "b")};
-  ZOLVA::RegisterApiTable(table);
-  ZOLVA::UnregisterApiTable(table);
-  std::vector<std::string> names;
-  for (const auto& r : host.registerLog) names.push_back(r.name);
-  EXPECT_EQ(names, (std::vector<std::string>{"API_Z_A", "APIvararg_Z_A", "APIdef_Z_A", "API_Z_B",
-                                             "APIvararg_Z_B", "APIdef_Z_B", "-API_Z_A", "-API_Z_B"}));
-  EXPECT_EQ(host.registerLog[0].value, reinterpret_cast<void*>(&Negate));
-  EXPECT_EQ(host.registerLog[6].value, reinterpret_cast<void*>(&Negate));
-  EXPECT_EQ(host.registered.count("APIvararg_Z_A"), 1u);
-  EXPECT_EQ(host.registered.count("API_Z_A"), 0u);
-  EXPECT_TRUE(host.RegistrationsIntact());
-  ZOLVA::ResolveHostApi(nullptr);
 }
 
 }  // namespace
