@@ -11,16 +11,22 @@ namespace {
 // Appends `text` with quote, backslash, line feed, carriage return and tab
 // escaped; every other byte, control bytes included, is copied as is.
 void AppendEscaped(std::string& out, std::string_view text) {
-  for (char c : text) {
-    switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
-      default: out += c; break;
+  size_t copied = 0;  // bytes of `text` already in `out`
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char* escape = nullptr;
+    switch (text[i]) {
+      case '"': escape = "\\\""; break;
+      case '\\': escape = "\\\\"; break;
+      case '\n': escape = "\\n"; break;
+      case '\r': escape = "\\r"; break;
+      case '\t': escape = "\\t"; break;
+      default: continue;
     }
+    out.append(text.data() + copied, i - copied);
+    out += escape;
+    copied = i + 1;
   }
+  out.append(text.data() + copied, text.size() - copied);
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ struct TreeNode {
   std::string parentGuid; // empty for a root
   int32_t idx = 0;        // sibling order number
   std::vector<std::string> children;  // kept sorted by the children's idx
+  mutable bool onWalkPath = false;    // true while a walk is inside this node
 };
 
 // All nodes by GUID. Its iteration order is the order of every pass over all

@@ -1,7 +1,6 @@
 #include "tree/tree_traversal.h"
 
 #include <charconv>
-#include <unordered_set>
 
 namespace ZOLVA_Tree {
 namespace {
@@ -17,14 +16,22 @@ void WalkPreOrder(Map& tree, const std::vector<std::string>& starts, const TreeN
     size_t nextChild;
   };
   std::vector<Frame> path;
-  std::unordered_set<const TreeNode*> onPath;
-  if (owner) onPath.insert(owner);
+  // Marks are cleared on every way out, so a failed walk leaves none behind.
+  struct Marks {
+    const TreeNode* owner;
+    std::vector<Frame>& path;
+    ~Marks() {
+      if (owner) owner->onWalkPath = false;
+      for (const Frame& frame : path) frame.node->onWalkPath = false;
+    }
+  } marks{owner, path};
+  if (owner) owner->onWalkPath = true;
 
   const auto tryEnter = [&](const std::string& guid) {
     Node* node = FindNode(tree, guid);
-    if (!node || onPath.count(node)) return;
+    if (!node || node->onWalkPath) return;
     enter(*node, path.size());
-    onPath.insert(node);
+    node->onWalkPath = true;
     path.push_back({node, 0});
   };
 
@@ -33,7 +40,7 @@ void WalkPreOrder(Map& tree, const std::vector<std::string>& starts, const TreeN
     while (!path.empty()) {
       Frame& top = path.back();
       if (top.nextChild == top.node->children.size()) {
-        onPath.erase(top.node);
+        top.node->onWalkPath = false;
         path.pop_back();
         continue;
       }
