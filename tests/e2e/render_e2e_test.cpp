@@ -1,7 +1,6 @@
 // The render functions loaded into the simulated host and called as ReaScript calls them.
 #include <gtest/gtest.h>
 
-#include <regex>
 
 #include "reascript.h"
 
@@ -45,8 +44,10 @@ TEST(RenderE2E, ScriptCachesItemsAndRoundTripsTheMatrix) {
             Values{"[{\"item_guid\":\"" + onlyA->guid + "\",\"position\":12.5,\"length\":2.5,\"take_index\":0}," +
                    "{\"item_guid\":\"" + both->guid + "\",\"position\":1.23457e+06,\"length\":2.5,\"take_index\":2}]"});
   const std::string stats = std::get<std::string>(Call(host, "ZOLVA_Render_GetCacheStats").at(0));
-  const std::regex built(R"(\{"valid":true,"cluster_count":2,"item_count":3,"build_time_ms":[0-9.e+-]+\})");
-  EXPECT_TRUE(std::regex_match(stats, built)) << stats;
+  const std::string head = R"({"valid":true,"cluster_count":2,"item_count":3,"build_time_ms":)";
+  ASSERT_EQ(stats.compare(0, head.size(), head), 0) << stats;  // the time varies; it is a number
+  EXPECT_EQ(stats.find_first_not_of("0123456789.e+-", head.size()), stats.size() - 1) << stats;
+  EXPECT_EQ(stats.back(), '}');
   Call(host, "ZOLVA_Render_InvalidateItemCache");
   EXPECT_EQ(Call(host, "ZOLVA_Render_GetClusterItems", {"{B}"}), nil);
   EXPECT_EQ(Call(host, "ZOLVA_Render_GetCacheStats"), invalid);
