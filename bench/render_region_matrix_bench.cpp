@@ -6,7 +6,8 @@
 
 #include <string>
 
-#include "render/render_functions.h"
+#include "render/item_cache.h"
+#include "render/region_matrix.h"
 #include "sim_host.h"
 
 namespace {
@@ -25,9 +26,9 @@ void BM_MatrixRoundTrip(benchmark::State& state) {
   uint64_t calls = 0;
   for (auto _ : state) {
     host.hostCalls = 0;
-    const std::string snapshot = ZOLVA_Render::API_CacheRegionMatrix();
-    ZOLVA_Render::API_ClearMatrix();
-    ZOLVA_Render::API_RestoreRegionMatrix(snapshot.c_str());
+    const std::string snapshot = ZOLVA_Render::CacheRegionRenderMatrix();
+    ZOLVA_Render::ClearRenderMatrix();
+    ZOLVA_Render::RestoreRegionMatrix(snapshot.c_str());
     calls = host.hostCalls;
   }
   state.counters["host_calls_per_entry"] = static_cast<double>(calls) / entries;

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string>
 
-#include "json/json_text.h"
+#include "json/text_scan.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string text(reinterpret_cast<const char*>(data), size);
-  ZOLVA::Json::ScanIntegerList(text.c_str());
+  ZOLVA::Text::ScanIntegerList(text.c_str());
   return 0;
 }

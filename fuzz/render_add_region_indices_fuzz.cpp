@@ -5,7 +5,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "render/render_functions.h"
+#include "render/item_cache.h"
+#include "render/region_matrix.h"
 #include "sim_host.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -17,11 +18,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }();
   host->matrixCalls.clear();
   const std::string text(reinterpret_cast<const char*>(data), size);
-  ZOLVA_Render::API_AddRegionIndices(text.c_str());
+  ZOLVA_Render::AddRegionIndices(text.c_str());
   if (host->matrixCalls.size() > text.size()) std::abort();  // each number needs at least one digit
   for (const sim::MatrixCall& call : host->matrixCalls) {
     if (call.track != &host->masterTrack || call.flag != 1) std::abort();
   }
-  ZOLVA_Render::API_ClearMatrix();
+  ZOLVA_Render::ClearRenderMatrix();
   return 0;
 }

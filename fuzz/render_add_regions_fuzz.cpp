@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "render/render_functions.h"
+#include "render/item_cache.h"
+#include "render/region_matrix.h"
 #include "sim_host.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -26,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
       text += static_cast<char>(data[i]);
     }
   }
-  ZOLVA_Render::API_AddRegions(text.c_str());
-  ZOLVA_Render::API_ClearMatrix();
+  ZOLVA_Render::AddRegionsByGuid(text.c_str());
+  ZOLVA_Render::ClearRenderMatrix();
   return 0;
 }

@@ -6,7 +6,8 @@
 #include <string>
 
 #include "render/cluster_refs.h"
-#include "render/render_functions.h"
+#include "render/item_cache.h"
+#include "render/region_matrix.h"
 #include "sim_host.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -24,9 +25,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // project holds only values that fit, as a real caller's would.
   const std::string stored = text.substr(0, 8191);
   host->items[0]->ext["ZOLVA"] = stored;
-  ZOLVA_Render::API_BuildItemCache();
+  ZOLVA_Render::BuildItemClusterCache();
   for (const std::string& guid : ZOLVA_Render::ExtractClusterGuids(stored.c_str())) {
-    if (!ZOLVA_Render::API_GetClusterItems(guid.c_str())) std::abort();
+    if (!ZOLVA_Render::GetClusterItems(guid.c_str())) std::abort();
   }
   return 0;
 }

@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "render/render_functions.h"
+#include "render/item_cache.h"
+#include "render/region_matrix.h"
 #include "sim_host.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -17,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   }();
   host->matrixCalls.clear();
   const std::string text(reinterpret_cast<const char*>(data), size);
-  ZOLVA_Render::API_RestoreRegionMatrix(text.c_str());
-  ZOLVA_Render::API_CacheRegionMatrix();
+  ZOLVA_Render::RestoreRegionMatrix(text.c_str());
+  ZOLVA_Render::CacheRegionRenderMatrix();
   return 0;
 }

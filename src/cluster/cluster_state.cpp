@@ -1,5 +1,7 @@
 #include "cluster/cluster_state.h"
 
+#include <mutex>
+
 namespace ZOLVA_Cluster::State {
 namespace {
 
@@ -7,17 +9,15 @@ std::mutex g_stateMutex;
 ClusterStateCache g_cache;
 bool g_initialized = false;
 
-}  // namespace
-
-std::mutex& Mutex() { return g_stateMutex; }
-
-ClusterStateCache& Cache() { return g_cache; }
+using Lock = std::lock_guard<std::mutex>;
 
 void ClearClusters(ClusterStateCache& cache) {
   cache.clusters.clear();
   cache.guidIndex.clear();
   cache.itemIndex.clear();
 }
+
+}  // namespace
 
 std::vector<ClusterData> CopyClusters(const ClusterStateCache& cache) {
   std::vector<ClusterData> list;
@@ -27,7 +27,7 @@ std::vector<ClusterData> CopyClusters(const ClusterStateCache& cache) {
 }
 
 void Initialize() {
-  std::lock_guard<std::mutex> lock(g_stateMutex);
+  Lock lock(g_stateMutex);
   if (g_initialized) return;
   ClearClusters(g_cache);
   g_cache.nextIndex = 1;
@@ -37,36 +37,44 @@ void Initialize() {
 }
 
 void Shutdown() {
-  std::lock_guard<std::mutex> lock(g_stateMutex);
+  Lock lock(g_stateMutex);
   ClearClusters(g_cache);
   g_cache.valid = false;
   g_initialized = false;
 }
 
-ClusterData* GetClusterDataByGuid(const std::string& guid) {
-  std::lock_guard<std::mutex> lock(g_stateMutex);
+bool WithCluster(const std::string& guid, const std::function<void(ClusterData&)>& use) {
+  Lock lock(g_stateMutex);
   const auto index = g_cache.guidIndex.find(guid);
-  if (index == g_cache.guidIndex.end()) return nullptr;
+  if (index == g_cache.guidIndex.end()) return false;
   const auto cluster = g_cache.clusters.find(index->second);
-  return cluster == g_cache.clusters.end() ? nullptr : &cluster->second;
-}
-
-bool AddCluster(const ClusterData& cluster) {
-  std::lock_guard<std::mutex> lock(g_stateMutex);
-  if (g_cache.guidIndex.count(cluster.guid) != 0) return false;
-  const uint32_t index = g_cache.nextIndex++;
-  g_cache.guidIndex.emplace(cluster.guid, index);
-  const ClusterData& stored = g_cache.clusters.emplace(index, cluster).first->second;
-  for (const auto& item : stored.items) g_cache.itemIndex[item.first].push_back(index);
+  if (cluster == g_cache.clusters.end()) return false;
+  use(cluster->second);
   return true;
 }
 
-void ReplaceClusters(const std::vector<ClusterData>& clusters) {
-  {
-    std::lock_guard<std::mutex> lock(g_stateMutex);
-    ClearClusters(g_cache);
-  }
-  for (const ClusterData& cluster : clusters) AddCluster(cluster);
+void WithRegistry(const std::function<void(ClusterStateCache&)>& use) {
+  Lock lock(g_stateMutex);
+  use(g_cache);
+}
+
+bool AddClusterLocked(ClusterStateCache& cache, const ClusterData& cluster) {
+  if (cache.guidIndex.count(cluster.guid) != 0) return false;
+  const uint32_t index = cache.nextIndex++;
+  cache.guidIndex.emplace(cluster.guid, index);
+  const ClusterData& stored = cache.clusters.emplace(index, cluster).first->second;
+  for (const auto& item : stored.items) cache.itemIndex[item.first].push_back(index);
+  return true;
+}
+
+bool AddCluster(const ClusterData& cluster) {
+  Lock lock(g_stateMutex);
+  return AddClusterLocked(g_cache, cluster);
+}
+
+void ReplaceClusters(ClusterStateCache& cache, const std::vector<ClusterData>& clusters) {
+  ClearClusters(cache);
+  for (const ClusterData& cluster : clusters) AddClusterLocked(cache, cluster);
 }
 
 }  // namespace ZOLVA_Cluster::State

@@ -1,12 +1,13 @@
 // The process-wide cluster registry: every cluster of the current project,
 // indexed by registry index, by cluster GUID and by member item GUID, behind
-// one non-recursive mutex.
+// one non-recursive mutex. Nothing outside this file holds a pointer into the
+// registry: callers read and change it inside the calls below, under the lock.
 #pragma once
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
-#include <mutex>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -33,26 +34,24 @@ void Initialize();
 // Empties the registry and marks the module not initialised.
 void Shutdown();
 
-// The registry's own record (not a copy) for a cluster GUID, or null. Valid
-// until the registry is next cleared or rebuilt; use it at once.
-ClusterData* GetClusterDataByGuid(const std::string& guid);
+// Runs `use` on the registered cluster of that GUID under the lock; false
+// (and `use` not run) when there is none. `use` must not call back in here.
+bool WithCluster(const std::string& guid, const std::function<void(ClusterData&)>& use);
+
+// Runs `use` on the whole registry under the lock. `use` must not call back
+// in here; to add a cluster from inside it, use AddClusterLocked.
+void WithRegistry(const std::function<void(ClusterStateCache&)>& use);
 
 // Adds a copy of the cluster under the next index; false (and no change)
-// when its GUID is already registered. Takes the state mutex itself.
+// when its GUID is already registered. Takes the lock itself.
 bool AddCluster(const ClusterData& cluster);
+bool AddClusterLocked(ClusterStateCache& cache, const ClusterData& cluster);
 
-// Empties the registry under the mutex, then adds every cluster in list
-// order with AddCluster (a repeated GUID is skipped); indices carry on.
-void ReplaceClusters(const std::vector<ClusterData>& clusters);
+// For use inside WithRegistry, so that a load replaces the registry in one
+// step: empties it, then adds every cluster in list order (a repeated GUID is
+// skipped); indices carry on.
+void ReplaceClusters(ClusterStateCache& cache, const std::vector<ClusterData>& clusters);
 
-// For code that reads or replaces the cache as a whole: Cache() may only be
-// touched while Mutex() is held. The mutex is not recursive, so release it
-// before calling AddCluster or GetClusterDataByGuid.
-std::mutex& Mutex();
-ClusterStateCache& Cache();
-
-// Empties the three maps; the next index and the flags stay.
-void ClearClusters(ClusterStateCache& cache);
 // Every cluster, copied, in registry order.
 std::vector<ClusterData> CopyClusters(const ClusterStateCache& cache);
 

@@ -1,6 +1,5 @@
 #include "cluster/legacy_migration.h"
 
-#include <mutex>
 #include <vector>
 
 #include "cluster/binary_format.h"
@@ -30,7 +29,7 @@ std::string MigrateLegacyData() {
     }
   }
 
-  State::ReplaceClusters(clusters);
+  State::WithRegistry([&](State::ClusterStateCache& cache) { State::ReplaceClusters(cache, clusters); });
   WriteClusterData(Serialize::SerializeAllClusters(clusters));
   MarkCurrentProjectDirty();
   return "{\"success\":true,\"clusters_migrated\":" + std::to_string(clusters.size()) +
@@ -38,9 +37,9 @@ std::string MigrateLegacyData() {
 }
 
 void PersistLegacyClusterItems() {
-  std::lock_guard<std::mutex> lock(State::Mutex());
-  const std::vector<ClusterData> clusters = State::CopyClusters(State::Cache());
-  WriteProjectValue(kClusterItemsKey, Serialize::SerializeLegacyClusterItems(clusters));
+  State::WithRegistry([](State::ClusterStateCache& cache) {
+    WriteProjectValue(kClusterItemsKey, Serialize::SerializeLegacyClusterItems(State::CopyClusters(cache)));
+  });
 }
 
 bool HasLegacyData() {

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <type_traits>
+
+#include "json/text_scan.h"
 
 namespace ZOLVA_Cluster::Serialize {
 namespace {
@@ -52,8 +55,7 @@ std::string ReadLuaString(std::string_view text, size_t open, size_t& end) {
 // before `limit`. A quote right after the key closes a bracketed key
 // (["name"]="...") and is not the value's.
 bool ReadQuotedValue(std::string_view text, size_t afterKey, size_t limit, std::string& value) {
-  if (afterKey < text.size() && text[afterKey] == '"') ++afterKey;
-  const size_t open = text.substr(0, limit).find('"', afterKey);
+  const size_t open = ZOLVA::Text::FindValueQuote(text, afterKey, limit);
   if (open == std::string_view::npos) return false;
   size_t end = 0;
   value = ReadLuaString(text, open, end);
@@ -70,10 +72,15 @@ std::string_view ReadRun(std::string_view text, size_t afterKey, size_t limit, s
   return text.substr(start, end - start);
 }
 
+// A field keeps its value when the run does not convert.
 template <typename T>
 void ParseRun(std::string_view run, T& field) {
-  T value{};
-  if (std::from_chars(run.data(), run.data() + run.size(), value).ec == std::errc()) field = value;
+  if constexpr (std::is_floating_point_v<T>) {
+    T value{};
+    if (std::from_chars(run.data(), run.data() + run.size(), value).ec == std::errc()) field = value;
+  } else if (const std::optional<T> value = ZOLVA::Text::ParseInteger<T>(run)) {
+    field = *value;
+  }
 }
 
 // True when the word "true" follows the key, past a closing quote, bracket,

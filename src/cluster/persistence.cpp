@@ -1,7 +1,6 @@
 #include "cluster/persistence.h"
 
 #include <ctime>
-#include <mutex>
 #include <vector>
 
 #include "cluster/binary_format.h"
@@ -19,83 +18,79 @@ std::string LoadFromProject() {
   std::vector<ClusterData> clusters;
   if (!Serialize::DeserializeAllClusters(stored, clusters)) return MigrateLegacyData();
 
-  State::ReplaceClusters(clusters);
-  {
-    std::lock_guard<std::mutex> lock(State::Mutex());
-    State::Cache().valid = true;
-    State::Cache().lastUpdate = std::chrono::steady_clock::now();
-  }
+  State::WithRegistry([&](State::ClusterStateCache& cache) {
+    State::ReplaceClusters(cache, clusters);
+    cache.valid = true;
+    cache.lastUpdate = std::chrono::steady_clock::now();
+  });
   return "{\"success\":true,\"clusters_loaded\":" + std::to_string(clusters.size()) +
          ",\"format\":\"binary\"}";
 }
 
 std::string SaveToProject() {
-  std::lock_guard<std::mutex> lock(State::Mutex());
-  const std::vector<ClusterData> clusters = State::CopyClusters(State::Cache());
-  WriteClusterData(Serialize::SerializeAllClusters(clusters));
-  WriteProjectValue(kClusterItemsKey, Serialize::SerializeLegacyClusterItems(clusters));
-  MarkCurrentProjectDirty();
-  return "{\"success\":true,\"clusters_saved\":" + std::to_string(clusters.size()) + "}";
+  size_t saved = 0;
+  State::WithRegistry([&](State::ClusterStateCache& cache) {
+    const std::vector<ClusterData> clusters = State::CopyClusters(cache);
+    WriteClusterData(Serialize::SerializeAllClusters(clusters));
+    WriteProjectValue(kClusterItemsKey, Serialize::SerializeLegacyClusterItems(clusters));
+    MarkCurrentProjectDirty();
+    saved = clusters.size();
+  });
+  return "{\"success\":true,\"clusters_saved\":" + std::to_string(saved) + "}";
 }
 
 std::string RebuildCache() {
   LoadFromProject();
   size_t clusterCount = 0;
-  {
-    std::lock_guard<std::mutex> lock(State::Mutex());
-    clusterCount = State::Cache().clusters.size();
-  }
   size_t associationCount = 0;
-  {
-    std::lock_guard<std::mutex> lock(State::Mutex());
-    for (const auto& entry : State::Cache().clusters) associationCount += entry.second.items.size();
-  }
+  State::WithRegistry([&](const State::ClusterStateCache& cache) {
+    clusterCount = cache.clusters.size();
+    for (const auto& entry : cache.clusters) associationCount += entry.second.items.size();
+  });
   return "{\"success\":true,\"cluster_count\":" + std::to_string(clusterCount) +
          ",\"association_count\":" + std::to_string(associationCount) + "}";
 }
 
 void InvalidateCache() {
-  std::lock_guard<std::mutex> lock(State::Mutex());
-  State::Cache().valid = false;
+  State::WithRegistry([](State::ClusterStateCache& cache) { cache.valid = false; });
 }
 
 bool GetClusterData(const char* guid, std::string& json) {
   if (!guid || !*guid) return false;
-  const ClusterData* cluster = State::GetClusterDataByGuid(guid);
-  if (!cluster) return false;
   using ZOLVA::Json::AppendNumber;
   using ZOLVA::Json::AppendString;
-  json = "{\"guid\":";
-  AppendString(json, cluster->guid);
-  json += ",\"name\":";
-  AppendString(json, cluster->name);
-  json += ",\"color\":" + std::to_string(cluster->color);
-  json += ",\"start_time\":";
-  AppendNumber(json, cluster->start_time);
-  json += ",\"end_time\":";
-  AppendNumber(json, cluster->end_time);
-  json += ",\"entry_point\":";
-  AppendNumber(json, cluster->entry_point);
-  json += ",\"exit_point\":";
-  AppendNumber(json, cluster->exit_point);
-  json += cluster->is_loop ? ",\"is_loop\":true" : ",\"is_loop\":false";
-  json += ",\"region_guid\":";
-  AppendString(json, cluster->region_guid);
-  json += ",\"item_count\":" + std::to_string(cluster->items.size()) + "}";
-  return true;
+  return State::WithCluster(guid, [&](const ClusterData& cluster) {
+    json = "{\"guid\":";
+    AppendString(json, cluster.guid);
+    json += ",\"name\":";
+    AppendString(json, cluster.name);
+    json += ",\"color\":" + std::to_string(cluster.color);
+    json += ",\"start_time\":";
+    AppendNumber(json, cluster.start_time);
+    json += ",\"end_time\":";
+    AppendNumber(json, cluster.end_time);
+    json += ",\"entry_point\":";
+    AppendNumber(json, cluster.entry_point);
+    json += ",\"exit_point\":";
+    AppendNumber(json, cluster.exit_point);
+    json += cluster.is_loop ? ",\"is_loop\":true" : ",\"is_loop\":false";
+    json += ",\"region_guid\":";
+    AppendString(json, cluster.region_guid);
+    json += ",\"item_count\":" + std::to_string(cluster.items.size()) + "}";
+  });
 }
 
 std::string SetClusterBounds(const char* guid, double start_time, double end_time,
                              double entry_point, double exit_point) {
   if (!guid || !*guid) return ZOLVA::Json::BuildJsonError("Cluster GUID required");
-  ClusterData* cluster = State::GetClusterDataByGuid(guid);
-  if (!cluster) return ZOLVA::Json::BuildJsonError("Cluster not found");
-  cluster->start_time = start_time;
-  cluster->end_time = end_time;
-  if (entry_point >= 0) cluster->entry_point = entry_point;
-  if (exit_point >= 0) cluster->exit_point = exit_point;
-  cluster->time_modified = static_cast<int64_t>(std::time(nullptr));
-  return "{\"success\":true}";
+  const bool found = State::WithCluster(guid, [&](ClusterData& cluster) {
+    cluster.start_time = start_time;
+    cluster.end_time = end_time;
+    if (entry_point >= 0) cluster.entry_point = entry_point;
+    if (exit_point >= 0) cluster.exit_point = exit_point;
+    cluster.time_modified = static_cast<int64_t>(std::time(nullptr));
+  });
+  return found ? "{\"success\":true}" : ZOLVA::Json::BuildJsonError("Cluster not found");
 }
 
 }  // namespace ZOLVA_Cluster

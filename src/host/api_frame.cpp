@@ -1,40 +1,62 @@
 #include "host/api_frame.h"
 
+#include <map>
+#include <vector>
+
 #include "host/reaper_api.h"
 
 namespace ZOLVA {
-namespace detail {
+namespace {
 
-ApiFunction MakeApiFunction(const std::string& publicName, const char* returnWord,
-                            const std::string& types, const char* argNames, const char* help,
-                            void* typed, void* vararg) {
-  ApiFunction f;
-  f.apiKey = "API_" + publicName;
-  f.varargKey = "APIvararg_" + publicName;
-  f.defKey = "APIdef_" + publicName;
-  f.definition.append(returnWord).push_back('\0');
-  f.definition.append(types).push_back('\0');
-  f.definition.append(argNames).push_back('\0');
-  f.definition.append(help).push_back('\0');
-  f.typed = typed;
-  f.vararg = vararg;
-  return f;
+// The registration form of one function. The host keeps pointers to the key
+// strings (REAPER up to 6.66 reads them again at exit) and the definition
+// text, so they live until the library itself is unloaded.
+struct Published {
+  std::string apiKey;      // "API_" + public name
+  std::string varargKey;   // "APIvararg_" + public name
+  std::string defKey;      // "APIdef_" + public name
+  std::string definition;  // four NUL-terminated fields: return, types, names, help
+  void* typed;
+  void* vararg;
+};
+
+Published Publish(const ApiSpec& spec) {
+  Published p;
+  p.apiKey = std::string("API_") + spec.publicName;
+  p.varargKey = std::string("APIvararg_") + spec.publicName;
+  p.defKey = std::string("APIdef_") + spec.publicName;
+  for (const std::string& field : {std::string(spec.returnWord), spec.argTypes(), std::string(spec.argNames),
+                                   std::string(spec.help)}) {
+    p.definition.append(field).push_back('\0');
+  }
+  p.typed = spec.typedAddress();
+  p.vararg = reinterpret_cast<void*>(spec.vararg);
+  return p;
 }
 
-}  // namespace detail
+const std::vector<Published>& PublishedForm(const Module& module) {
+  static std::map<const ApiSpec*, std::vector<Published>> store;
+  std::vector<Published>& list = store[module.api];
+  if (list.empty()) {
+    for (size_t i = 0; i < module.apiCount; ++i) list.push_back(Publish(module.api[i]));
+  }
+  return list;
+}
 
-void RegisterApiTable(const std::vector<ApiFunction>& table) {
+}  // namespace
+
+void RegisterModuleApi(const Module& module) {
   if (!plugin_register) return;
-  for (const ApiFunction& f : table) {
+  for (const Published& f : PublishedForm(module)) {
     plugin_register(f.apiKey.c_str(), f.typed);
     plugin_register(f.varargKey.c_str(), f.vararg);
     plugin_register(f.defKey.c_str(), const_cast<char*>(f.definition.data()));
   }
 }
 
-void UnregisterApiTable(const std::vector<ApiFunction>& table) {
+void UnregisterModuleApi(const Module& module) {
   if (!plugin_register) return;
-  for (const ApiFunction& f : table) {
+  for (const Published& f : PublishedForm(module)) {
     const std::string key = "-" + f.apiKey;
     plugin_register(key.c_str(), f.typed);
   }

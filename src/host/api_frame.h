@@ -1,14 +1,17 @@
-// The frame every module publishes its script functions through. One entry
-// per function carries the typed function, a vararg twin generated from its
-// signature, and the definition text ReaScript reads; the module lists its
-// entries in one table, in registration order.
+// The frame every module publishes its script functions through. A module
+// lists its functions in one compile-time table of `Api<...>(...)` entries, in
+// registration order. From each entry's typed function the frame generates
+// the guarded function registered as "API_" (it answers the entry's failure
+// value when the function throws), the vararg twin ReaScript calls, and the
+// definition text; the argument names are checked against the parameter count
+// when the table is compiled.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 namespace ZOLVA {
 
@@ -20,16 +23,35 @@ struct NullDoubleIsMinusOne {
   static constexpr double value = -1.0;
 };
 
-struct ApiFunction {
-  // Keys and definition text stay alive from registration to withdrawal:
-  // REAPER up to 6.66 keeps the key pointer and reads it again at exit.
-  std::string apiKey;     // "API_" + public name
-  std::string varargKey;  // "APIvararg_" + public name
-  std::string defKey;     // "APIdef_" + public name
-  std::string definition; // four NUL-terminated fields: return, types, names, help
-  void* typed;
-  void* vararg;
+// Failure texts shared by several tables.
+inline constexpr char kEmptyText[] = "";
+
+// The failure value of a function without a result: it has none.
+enum class NoFailure { value };
+
+// One table entry, fixed at compile time.
+struct ApiSpec {
+  const char* publicName;
+  const char* argNames;  // comma-separated, as scripts see them
+  const char* help;
+  const char* returnWord;
+  std::string (*argTypes)();      // comma-separated type words
+  void* (*typedAddress)();        // the guarded typed function
+  void* (*vararg)(void**, int);   // the twin ReaScript calls
 };
+
+// A module: its table and the steps around its registration.
+struct Module {
+  const ApiSpec* api;
+  size_t apiCount;
+  void (*start)();  // runs before the module's functions are registered
+  void (*stop)();   // runs after their "API_" names are withdrawn
+};
+
+template <size_t N>
+constexpr Module MakeModule(const ApiSpec (&api)[N], void (*start)(), void (*stop)()) {
+  return Module{api, N, start, stop};
+}
 
 namespace detail {
 
@@ -78,59 +100,83 @@ void* ResultSlot(R result) {
   }
 }
 
-template <auto Fn>
-struct Signature;
+constexpr size_t CountNames(const char* names) {
+  if (*names == '\0') return 0;
+  size_t count = 1;
+  for (; *names; ++names) count += *names == ',' ? 1 : 0;
+  return count;
+}
 
-template <typename R, typename... A, R (*Fn)(A...)>
-struct Signature<Fn> {
-  template <typename NullDouble, std::size_t... I>
+template <auto Fn, auto Failure, typename NullDouble>
+struct Entry;
+
+template <typename R, typename... A, R (*Fn)(A...), auto Failure, typename NullDouble>
+struct Entry<Fn, Failure, NullDouble> {
+  static_assert(std::is_void_v<R> == std::is_same_v<decltype(Failure), NoFailure>,
+                "a function with a result states its failure value; one without states none");
+  static constexpr size_t kArity = sizeof...(A);
+  static constexpr const char* kReturnWord = TypeWord<R>::text;
+
+  // What the host calls as "API_": no exception leaves it.
+  static R Guarded(A... args) noexcept {
+    try {
+      return Fn(args...);
+    } catch (...) {
+      if constexpr (std::is_invocable_r_v<R, decltype(Failure), A...>) {
+        return Failure(args...);  // a failure that depends on the arguments
+      } else if constexpr (!std::is_void_v<R>) {
+        return static_cast<R>(Failure);
+      }
+    }
+  }
+
+  template <std::size_t... I>
   static void* Call(void** argv, std::index_sequence<I...>) {
     if constexpr (std::is_void_v<R>) {
-      Fn(ReadSlot<A, NullDouble>(argv[I])...);
+      Guarded(ReadSlot<A, NullDouble>(argv[I])...);
       return nullptr;
     } else {
-      return ResultSlot<R>(Fn(ReadSlot<A, NullDouble>(argv[I])...));
+      return ResultSlot<R>(Guarded(ReadSlot<A, NullDouble>(argv[I])...));
     }
   }
 
   // The host passes the argument count too; like REAPER's own wrappers, the
   // twin trusts the definition text instead of checking it.
-  template <typename NullDouble>
-  static void* Vararg(void** argv, int /*argc*/) {
-    return Call<NullDouble>(argv, std::index_sequence_for<A...>{});
-  }
+  static void* Vararg(void** argv, int /*argc*/) { return Call(argv, std::index_sequence_for<A...>{}); }
 
-  static std::string TypeList() {
+  static void* TypedAddress() { return reinterpret_cast<void*>(&Guarded); }
+
+  static std::string ArgTypes() {
     std::string types;
     ((types += types.empty() ? "" : ",", types += TypeWord<A>::text), ...);
     return types;
   }
-
-  static const char* ReturnWord() { return TypeWord<R>::text; }
 };
-
-ApiFunction MakeApiFunction(const std::string& publicName, const char* returnWord,
-                            const std::string& types, const char* argNames, const char* help,
-                            void* typed, void* vararg);
 
 }  // namespace detail
 
-// One table entry: the typed function, its public name, argument names
-// (comma-separated, as scripts see them), help text and, for functions with
-// double arguments, what a null double pointer stands for.
-template <auto Fn, typename NullDouble = NullDoubleIsZero>
-ApiFunction DefineApi(const std::string& publicName, const char* argNames, const char* help) {
-  using Sig = detail::Signature<Fn>;
-  void* (*vararg)(void**, int) = &Sig::template Vararg<NullDouble>;
-  return detail::MakeApiFunction(publicName, Sig::ReturnWord(), Sig::TypeList(), argNames, help,
-                                 reinterpret_cast<void*>(Fn), reinterpret_cast<void*>(vararg));
+// One table entry: the typed function, its failure value (NoFailure::value
+// for a function without a result; a function of the same arguments for a
+// failure that depends on them), the public name, the argument names and
+// the help text; for functions with double arguments, what a null double
+// pointer stands for.
+template <auto Fn, auto Failure, typename NullDouble = NullDoubleIsZero>
+constexpr ApiSpec Api(const char* publicName, const char* argNames, const char* help) {
+  using E = detail::Entry<Fn, Failure, NullDouble>;
+  if (detail::CountNames(argNames) != E::kArity) throw "argument names do not match the parameters";
+  return ApiSpec{publicName, argNames, help, E::kReturnWord, &E::ArgTypes, &E::TypedAddress, &E::Vararg};
 }
 
-// Registers each entry as "API_", "APIvararg_" and "APIdef_", in table order.
-void RegisterApiTable(const std::vector<ApiFunction>& table);
+// The guarded form of any function the host calls: Fn's result, or Failure
+// when Fn throws.
+template <auto Fn, auto Failure>
+inline constexpr auto Guarded = &detail::Entry<Fn, Failure, NullDoubleIsZero>::Guarded;
 
-// Withdraws only the "API_" registration of each entry; the vararg and
+// Registers each function as "API_", "APIvararg_" and "APIdef_", in table order.
+void RegisterModuleApi(const Module& module);
+
+// Withdraws only the "API_" registration of each function; the vararg and
 // definition registrations are deliberately left with the host.
-void UnregisterApiTable(const std::vector<ApiFunction>& table);
+void UnregisterModuleApi(const Module& module);
 
 }  // namespace ZOLVA

@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "host/guard.h"
 
 namespace ZOLVA {
 namespace {
@@ -24,10 +23,6 @@ constexpr const char* kNotFoundMessage =
     "Scripts/ZOLVA/ZOLVA/  (ReaPack install)\nScripts/ZOLVA/\nScripts/KTR-Scripts/";
 
 int g_actionCommandId = 0;
-// Kept until the host quits: the first script registered stays the one that
-// runs, even if a later search finds it elsewhere.
-int g_scriptCommandId = 0;
-std::string g_scriptPath;
 
 bool IsRegularFile(const std::string& path) {
   struct stat info;
@@ -52,29 +47,30 @@ std::string FindScript() {
   return std::string();
 }
 
-void RunScript() {
-  if (!IsRegularFile(g_scriptPath)) g_scriptPath = FindScript();
-  if (g_scriptPath.empty()) {
+}  // namespace
+
+void ScriptLauncher::Run() {
+  if (!IsRegularFile(scriptPath_)) scriptPath_ = FindScript();
+  if (scriptPath_.empty()) {
     if (ShowMessageBox) ShowMessageBox(kNotFoundMessage, kSection, 0);
     return;
   }
-  const std::string::size_type slash = g_scriptPath.rfind('/');
+  const std::string::size_type slash = scriptPath_.rfind('/');
   if (slash != std::string::npos && SetExtState) {
-    SetExtState(kSection, kLibPathKey, g_scriptPath.substr(0, slash + 1).c_str(), false);
+    SetExtState(kSection, kLibPathKey, scriptPath_.substr(0, slash + 1).c_str(), false);
   }
-  if (g_scriptCommandId == 0 && AddRemoveReaScript) {
-    g_scriptCommandId = AddRemoveReaScript(true, 0, g_scriptPath.c_str(), true);
+  if (scriptCommandId_ == 0 && AddRemoveReaScript) {
+    scriptCommandId_ = AddRemoveReaScript(true, 0, scriptPath_.c_str(), true);
   }
-  if (g_scriptCommandId >= 1 && Main_OnCommand) Main_OnCommand(g_scriptCommandId, 0);
+  if (scriptCommandId_ >= 1 && Main_OnCommand) Main_OnCommand(scriptCommandId_, 0);
 }
-
-}  // namespace
 
 void SetRunActionCommandId(int commandId) { g_actionCommandId = commandId; }
 
 bool OnAction(KbdSectionInfo*, int command, int, int, int, HWND) {
   if (g_actionCommandId == 0 || command != g_actionCommandId) return false;
-  GuardedVoid(RunScript);
+  static ScriptLauncher launcher;  // kept until the host quits
+  launcher.Run();
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <locale>
+#include <mutex>
 #include <sstream>
 
 namespace ZOLVA::Json {
@@ -52,13 +53,17 @@ void AppendString(std::string& out, std::string_view text) {
 }
 
 void AppendNumber(std::string& out, double value) {
-  // One stream per thread, pinned to the classic locale, so that neither the
-  // C locale nor a global C++ locale the host sets can change the text.
-  thread_local std::ostringstream stream = [] {
+  // One stream pinned to the classic locale, so that neither the C locale nor
+  // a global C++ locale the host sets can change the text. It is a plain
+  // static behind a lock rather than thread-local: a thread-local object with
+  // a destructor would keep the library from ever being unloaded.
+  static std::mutex mutex;
+  static std::ostringstream stream = [] {
     std::ostringstream s;
     s.imbue(std::locale::classic());
     return s;
   }();
+  std::lock_guard<std::mutex> lock(mutex);
   stream.str(std::string());
   stream.clear();
   stream << value;
@@ -78,39 +83,6 @@ bool OptionEnabled(const char* options, std::string_view key, bool defaultValue)
   needle += defaultValue ? "\":false" : "\":true";
   const bool found = std::strstr(options, needle.c_str()) != nullptr;
   return found ? !defaultValue : defaultValue;
-}
-
-std::vector<int32_t> ScanIntegerList(const char* text) {
-  std::vector<int32_t> values;
-  if (!text) return values;
-  const char* p = text;
-  auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-  while (*p) {
-    if (!isDigit(*p) && *p != '-') {
-      ++p;
-      continue;
-    }
-    const char* start = p;
-    if (*p == '-') ++p;
-    const char* digits = p;
-    while (isDigit(*p)) ++p;
-    if (p == digits) continue;  // a lone '-'
-    // Saturating parse: any run longer than a 32-bit value is out of range.
-    int64_t magnitude = 0;
-    bool overflow = false;
-    for (const char* d = digits; d != p; ++d) {
-      magnitude = magnitude * 10 + (*d - '0');
-      if (magnitude > int64_t{2147483648}) {
-        overflow = true;
-        break;
-      }
-    }
-    const int64_t value = (*start == '-') ? -magnitude : magnitude;
-    if (!overflow && value >= INT32_MIN && value <= INT32_MAX) {
-      values.push_back(static_cast<int32_t>(value));
-    }
-  }
-  return values;
 }
 
 }  // namespace ZOLVA::Json

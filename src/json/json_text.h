@@ -1,12 +1,9 @@
 // The JSON text conventions every module shares: escaping, the error object,
-// locale-independent numbers, option lookup by exact text and the integer list
-// scanner.
+// locale-independent numbers and option lookup by exact text.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace ZOLVA::Json {
 
@@ -30,9 +27,5 @@ void AppendString(std::string& out, std::string_view text);
 // by default is on only when "\"key\":true" occurs in the text, one that is on
 // by default is off only when "\"key\":false" occurs. A null text is empty.
 bool OptionEnabled(const char* options, std::string_view key, bool defaultValue);
-
-// Every run of an optional '-' and digits, in order, as 32-bit integers; runs
-// that do not fit (or a lone '-') are dropped. A null text gives nothing.
-std::vector<int32_t> ScanIntegerList(const char* text);
 
 }  // namespace ZOLVA::Json

@@ -1,5 +1,7 @@
 #include "render/cluster_refs.h"
 
+#include "json/text_scan.h"
+
 namespace ZOLVA_Render {
 
 std::vector<std::string> ExtractClusterGuids(std::string_view text) {
@@ -7,9 +9,7 @@ std::vector<std::string> ExtractClusterGuids(std::string_view text) {
   std::vector<std::string> guids;
   size_t pos = 0;
   while ((pos = text.find(kWord, pos)) != std::string_view::npos) {
-    pos += kWord.size();
-    if (pos < text.size() && text[pos] == '"') ++pos;
-    const size_t open = text.find('"', pos);
+    const size_t open = ZOLVA::Text::FindValueQuote(text, pos + kWord.size());
     if (open == std::string_view::npos) break;
     const size_t close = text.find('"', open + 1);
     if (close == std::string_view::npos) break;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <mutex>
 #include <unordered_map>
 #include <vector>
 
@@ -11,10 +12,23 @@
 namespace ZOLVA_Render {
 namespace {
 
+// The cache and the texts handed out from it, behind one lock.
+std::mutex g_cacheMutex;
 std::unordered_map<std::string, std::vector<ClusterItemInfo>> g_itemCache;
 bool g_cacheValid = false;
 double g_cacheBuildTime = 0.0;  // milliseconds, microsecond resolution
 uint64_t g_totalCachedItems = 0;
+std::string g_itemsText;
+std::string g_statsText;
+
+using Lock = std::lock_guard<std::mutex>;
+
+void ResetLocked() {
+  g_itemCache.clear();
+  g_cacheValid = false;
+  g_cacheBuildTime = 0.0;
+  g_totalCachedItems = 0;
+}
 
 constexpr size_t kExtBufferSize = 8192;
 
@@ -39,9 +53,8 @@ ClusterItemInfo DescribeItem(MediaItem* item) {
 }  // namespace
 
 void BuildItemClusterCache() {
-  g_itemCache.clear();
-  g_totalCachedItems = 0;
-  g_cacheValid = false;
+  Lock lock(g_cacheMutex);
+  ResetLocked();
   const auto start = std::chrono::steady_clock::now();
   if (HostCanBuild()) {
     std::vector<char> buffer(kExtBufferSize, '\0');
@@ -67,19 +80,21 @@ void BuildItemClusterCache() {
 }
 
 void InvalidateItemCache() {
-  g_itemCache.clear();
-  g_cacheValid = false;
-  g_cacheBuildTime = 0.0;
-  g_totalCachedItems = 0;
+  Lock lock(g_cacheMutex);
+  ResetLocked();
 }
 
-bool IsCacheValid() { return g_cacheValid; }
+bool IsCacheValid() {
+  Lock lock(g_cacheMutex);
+  return g_cacheValid;
+}
 
 const char* GetClusterItems(const char* cluster_guid) {
+  Lock lock(g_cacheMutex);
   if (!cluster_guid || !*cluster_guid || !g_cacheValid) return nullptr;
   const auto found = g_itemCache.find(cluster_guid);
   if (found == g_itemCache.end() || found->second.empty()) return nullptr;
-  static std::string text;
+  std::string& text = g_itemsText;
   text = "[";
   for (const ClusterItemInfo& info : found->second) {
     if (text.size() > 1) text += ',';
@@ -98,7 +113,8 @@ const char* GetClusterItems(const char* cluster_guid) {
 }
 
 const char* GetCacheStats() {
-  static std::string text;
+  Lock lock(g_cacheMutex);
+  std::string& text = g_statsText;
   text = "{\"valid\":";
   text += g_cacheValid ? "true" : "false";
   text += ",\"cluster_count\":" + std::to_string(g_itemCache.size());

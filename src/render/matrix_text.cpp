@@ -1,10 +1,6 @@
 #include "render/matrix_text.h"
 
-#include <cctype>
-#include <climits>
-#include <cstdint>
-
-#include "json/json_text.h"
+#include "json/text_scan.h"
 
 namespace ZOLVA_Render {
 
@@ -15,23 +11,6 @@ void AppendMatrixRow(std::string& out, const MatrixRow& row) {
     out += std::to_string(row.tracks[i]);
   }
   out += "]}";
-}
-
-std::optional<int> ParseDecimal(std::string_view text) {
-  size_t i = 0;
-  while (i < text.size() && std::isspace(static_cast<unsigned char>(text[i]))) ++i;
-  bool negative = false;
-  if (i < text.size() && (text[i] == '-' || text[i] == '+')) negative = text[i++] == '-';
-  const size_t digits = i;
-  int64_t magnitude = 0;
-  for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
-    magnitude = magnitude * 10 + (text[i] - '0');
-    if (magnitude > int64_t{INT_MAX} + 1) return std::nullopt;
-  }
-  if (i == digits) return std::nullopt;
-  const int64_t value = negative ? -magnitude : magnitude;
-  if (value > INT_MAX) return std::nullopt;
-  return static_cast<int>(value);
 }
 
 std::vector<MatrixRow> ReadMatrixSnapshot(const char* text) {
@@ -54,9 +33,9 @@ std::vector<MatrixRow> ReadMatrixSnapshot(const char* text) {
     if (open == std::string_view::npos) break;
     const size_t close = s.find(']', open);
     if (close == std::string_view::npos) break;
-    if (const std::optional<int> region = ParseDecimal(s.substr(number, comma - number))) {
+    if (const std::optional<int> region = ZOLVA::Text::ParseInteger<int>(s.substr(number, comma - number))) {
       const std::string tracks(s.substr(open + 1, close - open - 1));
-      rows.push_back({*region, ZOLVA::Json::ScanIntegerList(tracks.c_str())});
+      rows.push_back({*region, ZOLVA::Text::ScanIntegerList(tracks.c_str())});
     }
     pos = close + 1;
   }

@@ -1,10 +1,8 @@
 // The texts the region render matrix functions read and write: the matrix
-// snapshot, lists of quoted GUIDs, and decimal numbers from the host.
+// snapshot and lists of quoted GUIDs.
 #pragma once
 
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace ZOLVA_Render {
@@ -29,10 +27,5 @@ std::vector<MatrixRow> ReadMatrixSnapshot(const char* text);
 // Every double-quoted text, in order; brackets and commas around them are
 // ignored, an unterminated quote at the end is dropped. Null gives nothing.
 std::vector<std::string> QuotedTexts(const char* text);
-
-// A base-10 conversion: leading blanks, an optional sign and at least one
-// digit; whatever follows the digits is ignored. Nothing when there are no
-// digits or the value does not fit an int.
-std::optional<int> ParseDecimal(std::string_view text);
 
 }  // namespace ZOLVA_Render

@@ -1,15 +1,18 @@
 #include "render/region_matrix.h"
 
+#include <mutex>
 #include <string>
 #include <vector>
 
 #include "host/reaper_api.h"
-#include "json/json_text.h"
+#include "json/text_scan.h"
 #include "render/matrix_text.h"
 
 namespace ZOLVA_Render {
 namespace {
 
+// The last snapshot text, handed to the script that asked for it.
+std::mutex g_matrixMutex;
 std::string g_regionMatrixCache;
 
 constexpr int kAdd = 1;
@@ -34,9 +37,10 @@ void ForEachRegion(Visit&& visit) {
 }
 
 // The snapshot's track number: 1-based, the host's -1 for the master track.
+// Any other number below 1 names no track.
 MediaTrack* TrackFromNumber(int number) {
   if (number == -1 || number == 0) return GetMasterTrack ? GetMasterTrack(nullptr) : nullptr;
-  return GetTrack ? GetTrack(nullptr, number - 1) : nullptr;
+  return number > 0 && GetTrack ? GetTrack(nullptr, number - 1) : nullptr;
 }
 
 // The displayed number of the region with that GUID, if it is a region.
@@ -45,7 +49,7 @@ bool RegionNumberOfGuid(const std::string& guid, int& number) {
   char answer[64] = {};
   if (!GetSetProjectInfo_String(nullptr, key.c_str(), answer, false)) return false;
   answer[sizeof answer - 1] = '\0';
-  const std::optional<int> index = ParseDecimal(answer);
+  const std::optional<int> index = ZOLVA::Text::ParseInteger<int>(answer);
   if (!index) return false;
   bool isRegion = false;
   double position = 0.0, regionEnd = 0.0;
@@ -56,6 +60,7 @@ bool RegionNumberOfGuid(const std::string& guid, int& number) {
 }  // namespace
 
 const char* CacheRegionRenderMatrix() {
+  std::lock_guard<std::mutex> lock(g_matrixMutex);
   g_regionMatrixCache = "{\"regions\":[";
   if (HostHasMatrix() && GetMediaTrackInfo_Value) {
     bool first = true;
@@ -74,7 +79,10 @@ const char* CacheRegionRenderMatrix() {
   return g_regionMatrixCache.c_str();
 }
 
-void ReleaseMatrixSnapshot() { std::string().swap(g_regionMatrixCache); }
+void ReleaseMatrixSnapshot() {
+  std::lock_guard<std::mutex> lock(g_matrixMutex);
+  std::string().swap(g_regionMatrixCache);
+}
 
 void ClearRenderMatrix() {
   if (!HostHasMatrix()) return;
@@ -112,7 +120,7 @@ void AddRegionsByGuid(const char* json_guids) {
 
 void AddRegionIndices(const char* json_indices) {
   if (!json_indices || !SetRegionRenderMatrix || !GetMasterTrack) return;
-  const std::vector<int32_t> numbers = ZOLVA::Json::ScanIntegerList(json_indices);
+  const std::vector<int32_t> numbers = ZOLVA::Text::ScanIntegerList(json_indices);
   MediaTrack* master = GetMasterTrack(nullptr);
   for (int32_t number : numbers) SetRegionRenderMatrix(nullptr, number, master, kAdd);
 }

@@ -181,9 +181,10 @@ TEST(ClusterProject, IndicesCarryOnAcrossReloadsAndOnlyALongDifferingValueIsKept
   host.projExtState["ZOLVA"]["CLUSTER_DATA_V2"] = SerializeAllClusters({Cluster("A", {item}), Cluster("B", {item})});
   for (const uint32_t first : {1u, 3u}) {
     EXPECT_EQ(LoadFromProject(), "{\"success\":true,\"clusters_loaded\":2,\"format\":\"binary\"}");
-    std::lock_guard<std::mutex> lock(State::Mutex());
-    EXPECT_EQ(State::Cache().guidIndex, (std::unordered_map<std::string, uint32_t>{{"A", first}, {"B", first + 1}}));
-    EXPECT_EQ(State::Cache().itemIndex.at("I"), (std::vector<uint32_t>{first, first + 1}));
+    State::WithRegistry([&](const State::ClusterStateCache& cache) {
+      EXPECT_EQ(cache.guidIndex, (std::unordered_map<std::string, uint32_t>{{"A", first}, {"B", first + 1}}));
+      EXPECT_EQ(cache.itemIndex.at("I"), (std::vector<uint32_t>{first, first + 1}));
+    });
   }
   // A stored value the read buffer cannot hold is kept aside when written over, unless it is the new text.
   const std::string loadable(32767, 'Q'), tooLong(32768, 'Q');

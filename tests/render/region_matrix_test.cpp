@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "render/render_functions.h"
+#include "render/region_matrix.h"
 #include "sim_host.h"
 
 namespace {
@@ -30,15 +30,16 @@ TEST_F(Matrix, RestoresSnapshotTextsAndAddsTheMasterTrackByGuidOrNumber) {
     std::string text;
     decltype(host.renderMatrix) after;
   } cases[] = {
-      {API_RestoreRegionMatrix, R"({"regions":[{"idx":3,"tracks":[2]},{"idx":1,"tracks":[-1,3]}]})",
+      {RestoreRegionMatrix, R"({"regions":[{"idx":3,"tracks":[2]},{"idx":1,"tracks":[-1,3]}]})",
        {{1, {T(-1), T(3)}}, {3, {T(2)}}}},
-      {API_RestoreRegionMatrix, R"({"regions": [{"idx": 2 ,"tracks": [0, 9, -4]}]})", {{2, {T(-1)}}}},  // 0: master
-      {API_RestoreRegionMatrix, R"({"regions":[{"idx":x,"tracks":[1]},{"idx":3,"tracks":[3]}]})", {{3, {T(3)}}}},
-      {API_RestoreRegionMatrix, R"({"regions":[{"idx":3,"tracks":[1]},{"idx":1,"tracks":[1,2)", {{3, {T(1)}}}},
-      {API_RestoreRegionMatrix, "}{garbage[", {}},
-      {API_RestoreRegionMatrix, "", {{2, {T(1)}}}},  // no text changes nothing
-      {API_AddRegionIndices, "[3, x, 2]", {{2, {T(1), T(-1)}}, {3, {T(-1)}}}},
-      {API_AddRegions, "[" + region3 + "," + marker + ",\"{unknown}\",\"\"]", {{2, {T(1)}}, {3, {T(-1)}}}},
+      {RestoreRegionMatrix, R"({"regions": [{"idx": 2 ,"tracks": [0, 9, -4]}]})", {{2, {T(-1)}}}},  // 0: master
+      {RestoreRegionMatrix, R"({"regions":[{"idx":1,"tracks":[-2147483648,2147483647,2]}]})", {{1, {T(2)}}}},
+      {RestoreRegionMatrix, R"({"regions":[{"idx":x,"tracks":[1]},{"idx":3,"tracks":[3]}]})", {{3, {T(3)}}}},
+      {RestoreRegionMatrix, R"({"regions":[{"idx":3,"tracks":[1]},{"idx":1,"tracks":[1,2)", {{3, {T(1)}}}},
+      {RestoreRegionMatrix, "}{garbage[", {}},
+      {RestoreRegionMatrix, "", {{2, {T(1)}}}},  // no text changes nothing
+      {AddRegionIndices, "[3, x, 2]", {{2, {T(1), T(-1)}}, {3, {T(-1)}}}},
+      {AddRegionsByGuid, "[" + region3 + "," + marker + ",\"{unknown}\",\"\"]", {{2, {T(1)}}, {3, {T(-1)}}}},
   };
   for (const auto& c : cases) {
     host.renderMatrix = {{2, {T(1)}}};

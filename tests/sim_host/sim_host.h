@@ -1,169 +1,76 @@
-// A simulated REAPER: a project model behind the same host functions, handed
-// out through GetFunc exactly as the real host hands out its own. One Host is
-// current at a time; constructing one makes it current.
+// A simulated REAPER: a small project model behind the host functions that the extension
+// calls, handed out by name through GetFunc as the real host does (names it does not
+// implement resolve to null). Constructing a Host makes it the one the functions act on.
 #pragma once
 
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "host/reaper_api.h"
 
-using ExtValues = std::map<std::string, std::string>;
+using NumericValues = std::map<std::string, double>;   // value name ("D_POSITION") -> value
+using ExtValues = std::map<std::string, std::string>;  // key -> text
 
-struct PCM_source {
-  std::string type;
-  PCM_source* parent = nullptr;
-};
+// IP_TRACKNUMBER is set on creation: 1-based, -1 for the master.
+struct MediaTrack { std::string guid; NumericValues values; };
 
-struct MediaItem_Take {
-  std::string guid;
-  std::string name;
-  ExtValues ext;
-  PCM_source* source = nullptr;
-};
-
-struct MediaTrack {
-  std::string guid;
-  std::string name;
-  bool master = false;
-  int freeMode = 0;              // 2 = fixed item lanes
-  std::vector<int> lanePlays;    // per fixed lane: 0 silent, 1 exclusive, 2 with others
-  bool selected = false;
-  ExtValues ext;
-};
-
-struct MediaItem {
-  std::string guid;
-  MediaTrack* track = nullptr;
-  double position = 0.0;
-  double length = 1.0;
-  bool mute = false;
-  int muteSolo = 0;      // C_MUTE_SOLO
-  int lanePlays = 1;     // C_LANEPLAYS
-  int fixedLane = 0;
-  bool selected = false;
-  int curTake = 0;
-  std::vector<MediaItem_Take*> takes;
-  ExtValues ext;
-  std::string notes;
-};
+// D_POSITION, D_LENGTH and I_CURTAKE are set on creation; `ext` holds the "P_EXT:<name>" values by <name>.
+struct MediaItem { std::string guid; MediaTrack* track; NumericValues values; ExtValues ext; };
 
 namespace sim {
 
-struct Marker {
-  bool isRegion = false;
-  double position = 0.0;
-  double end = 0.0;
-  std::string name;
-  int number = 0;  // displayed number
-  int color = 0;
-  std::string guid;
-};
+// `number` is the displayed number (markers and regions are numbered apart); a marker's `end` is 0.
+struct Marker { bool isRegion; double position, end; std::string name; int number, color; std::string guid; };
 
-struct MatrixCall {  // one SetRegionRenderMatrix call, as made
-  int region;
-  MediaTrack* track;
-  int flag;
-};
+// One plugin_register call: the caller's key pointer (REAPER <= 6.66 keeps it while registered),
+// a copy of the key, the value, and for "APIdef_" a copy of the text's four NUL-terminated fields.
+struct Registration { const char* key; std::string name; void* value; std::string definition; };
 
-struct Registration {
-  const char* key;  // the caller's pointer, kept like REAPER <= 6.66 keeps it
-  std::string name; // a copy, to check the pointer still reads the same
-  void* value;
-  std::string definition;  // copy of an "APIdef_" text
-};
-
-struct MessageBoxCall {
-  std::string message, title;
-  int type;
-};
-
-struct ScriptRegistration {
-  bool add;
-  int section;
-  std::string path;
-  bool commit;
-};
+struct MatrixCall { int region; MediaTrack* track; int flag; };  // one SetRegionRenderMatrix call
+struct MessageBoxCall { std::string message, title; int type; };
+struct ScriptRegistration { bool add; int section; std::string path; bool commit; };
 
 class Host {
  public:
   Host();
   ~Host();
-  Host(const Host&) = delete;
-  Host& operator=(const Host&) = delete;
 
-  // Building the project.
+  // Building the project: items enumerate in the order added, markers in position order.
   MediaTrack* AddTrack();
   MediaItem* AddItem(MediaTrack* track, double position, double length);
-  MediaItem_Take* AddTake(MediaItem* item, PCM_source* source);
-  PCM_source* AddSource(const std::string& type, PCM_source* parent = nullptr);
-  std::string NewGuid();
+  std::string AddMarker(Marker marker);  // returns its GUID, made up when it has none
+  static std::string NewGuid();
 
-  // The host record to hand to ReaperPluginEntry, and GetFunc itself.
-  reaper_plugin_info_t* Record() { return &record_; }
   static void* GetFunc(const char* name);
-  // Runs an action the way REAPER does: every hook in turn until one handles it.
-  bool RunCommand(int command);
-  // True while every live registration key and definition text still reads as
-  // it did when registered.
-  bool RegistrationsIntact() const;
-  bool IsRegistered(const std::string& name) const { return registered.count(name) != 0; }
-  int CommandIdOf(const std::string& idStr) const;
+  bool RunCommand(int command);  // as REAPER runs an action: each hook until one handles it
 
-  // Items in REAPER's enumeration order (track order, then position).
-  const std::vector<MediaItem*>& ItemOrder();
-  void ItemsMoved() { orderValid_ = false; }
-  void SortMarkers();
+  reaper_plugin_info_t record;  // for ReaperPluginEntry
 
   std::vector<std::unique_ptr<MediaTrack>> tracks;
-  MediaTrack masterTrack;
+  MediaTrack masterTrack{NewGuid(), {{"IP_TRACKNUMBER", -1.0}}};
   std::vector<std::unique_ptr<MediaItem>> items;
-  std::vector<std::unique_ptr<MediaItem_Take>> takes;
-  std::vector<std::unique_ptr<PCM_source>> sources;
-  std::vector<Marker> markers;  // enumeration order
-  std::map<int, std::vector<MediaTrack*>> renderMatrix;  // keyed by displayed region number
-  std::vector<MatrixCall> matrixCalls;
-  std::map<std::string, ExtValues> projExtState;
-  std::map<std::pair<std::string, std::string>, std::pair<std::string, bool>> extState;  // value, persist
-  double playPosition = 0.0;
-  bool swsPresent = true;
-  bool markerIndexFromGuid = true;  // false poses as a REAPER 6 build without that key
-  std::set<std::string> missingFunctions;  // GetFunc answers null for these
-  std::string resourcePath;  // a fresh temporary folder
+  std::vector<Marker> markers;
+  std::map<int, std::vector<MediaTrack*>> renderMatrix;  // by displayed region number
+  std::map<std::string, ExtValues> projExtState;         // by extname
+  std::map<std::pair<std::string, std::string>, std::pair<std::string, bool>> extState;  // (value, persist)
+  std::string resourcePath;  // a fresh temporary folder, removed with the host
   bool resourcePathNull = false;
-  int nextScriptCommandId = 70000;
-  int nextCommandId = 60000;  // next custom action id  // next AddRemoveReaScript result; 0 or less is returned as is
+  int nextCommandId = 60000;        // the next custom action's id
+  int nextScriptCommandId = 70000;  // the next AddRemoveReaScript result; 0 or less is returned as is
 
-  // Logs and counters.
-  std::vector<Registration> registerLog;  // every plugin_register call, in order
-  std::map<std::string, Registration> registered;
-  std::vector<void*> hooks;
-  std::map<std::string, int> customActions;  // idStr -> command id
-  std::vector<std::pair<int, int>> commands;  // Main_OnCommand(command, flag)
+  std::vector<Registration> registerLog;           // every plugin_register call
+  std::map<std::string, Registration> registered;  // live registrations by key
+  std::map<std::string, int> customActions;        // idStr -> command id
+  std::vector<void*> hooks;                        // hookcommand2 callbacks
+  std::vector<std::pair<int, int>> commands;       // Main_OnCommand(command, flag)
+  std::vector<MatrixCall> matrixCalls;
   std::vector<MessageBoxCall> messageBoxes;
   std::vector<ScriptRegistration> scriptRegistrations;
-  int uiRefreshDepth = 0;
-  int uiRefreshCalls = 0;
   int dirtyMarks = 0;
-  int arrangeUpdates = 0;
-  uint64_t hostCalls = 0;
-
-  static constexpr int kSwsNotesOffCommand = 53000;
-  static constexpr int kSwsUnselectAllCommand = 53001;
-
- private:
-  reaper_plugin_info_t record_;
-  std::vector<MediaItem*> order_;
-  bool orderValid_ = false;
-  uint64_t guidCounter_ = 0;
+  uint64_t hostCalls = 0;  // calls of any host function
 };
-
-// The current host; the host functions act on it.
-Host& Current();
 
 }  // namespace sim

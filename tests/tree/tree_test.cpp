@@ -1,0 +1,111 @@
+// The tree's operations on small trees: exact texts and numbers, orphans,
+// re-parenting and its refusals, validation and the cycle guard; and walks of
+// a chain far deeper than a small stack could recurse through.
+#include <gtest/gtest.h>
+
+#include <pthread.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tree/tree_operations.h"
+
+namespace {
+
+using namespace ZOLVA_Tree;
+
+struct Node {
+  const char *guid, *parent;
+  int idx;
+};
+
+void Load(const std::vector<Node>& nodes, bool build = true) {
+  TreeClear();
+  for (const Node& n : nodes) TreeAddCluster(n.guid, "id", n.parent, n.idx);
+  if (build) TreeBuildChildrenArrays();
+}
+
+std::string Flatten(const char* root = "") { return TreeFlattenHierarchy(root); }
+
+std::vector<std::string> Sorted(const std::string& list, char separator) {
+  std::vector<std::string> items;
+  std::stringstream in(list);
+  for (std::string item; std::getline(in, item, separator);) items.push_back(item);
+  std::sort(items.begin(), items.end());
+  return items;
+}
+
+TEST(Tree, OrphansAndMovesKeepTheListsInStep) {
+  Load({{"{O}", "{gone}", 3}, {"{P}", "", 0}, {"{Q}", "{P}", 5}});
+  EXPECT_EQ(Sorted(TreeGetLeaves(nullptr), ','), Sorted("{O},{Q}", ','));
+  EXPECT_TRUE(TreeSetParent("{O}", "{P}"));  // an orphan stays among the roots when moved
+  EXPECT_EQ(Flatten(), "{P}:0:0;{O}:1:3;{Q}:1:5;{O}:0:3");
+  EXPECT_EQ(TreeReindexAll(0), 4);
+  EXPECT_TRUE(TreeSetParent("{P}", "{elsewhere}"));  // under a missing parent: in no list until rebuilt
+  EXPECT_EQ(Flatten(), "{O}:0:3");
+  EXPECT_TRUE(TreeSetParent("{O}", nullptr));
+  EXPECT_EQ(Flatten(), "{O}:0:3;{O}:0:3");
+}
+
+TEST(Tree, SetParentRefusesCyclesAndLeavesTheTree) {
+  Load({{"{A}", "", 0}, {"{B}", "{A}", 0}, {"{C}", "{B}", 0}, {"{D}", "", 1}});
+  const std::string before = Flatten();
+  for (const auto& [child, parent] : {std::pair{"{A}", "{A}"}, {"{A}", "{C}"}, {"{A}", "{B}"}, {"{Z}", ""}, {"", ""}}) {
+    EXPECT_FALSE(TreeSetParent(child, parent)) << child << " under " << parent;
+  }
+  EXPECT_EQ(Flatten(), before);
+  EXPECT_TRUE(TreeSetParent("{B}", "{D}"));
+  EXPECT_TRUE(TreeSetParent("{C}", ""));
+  EXPECT_EQ(Flatten(), "{A}:0:0;{C}:0:0;{D}:0:1;{B}:1:0");
+}
+
+TEST(Tree, ValidateReportsEverythingOnOrBelowACycleAndDuplicates) {
+  Load({{"{S}", "{S}", 0}, {"{T}", "{S}", 1}, {"{U}", "{T}", 0}, {"{R}", "", 0}, {"{R2}", "", 0},
+        {"{A}", "{B}", 0}, {"{B}", "{A}", 0}, {"{C}", "{A}", 1}}, false);
+  std::vector<std::string> issues = Sorted(TreeValidate(nullptr), ';');
+  ASSERT_EQ(issues.size(), 7u);
+  EXPECT_TRUE(issues.back() == "duplicate_idx|{R}|Duplicate index 0" || issues.back() == "duplicate_idx|{R2}|Duplicate index 0");
+  issues.pop_back();
+  const std::string tail = "|Circular reference detected";
+  for (const char* guid : {"{A}", "{B}", "{C}", "{S}", "{T}", "{U}"}) {
+    EXPECT_NE(std::find(issues.begin(), issues.end(), std::string("circular|") + guid + tail), issues.end()) << guid;
+  }
+  TreeBuildChildrenArrays();  // walks never re-enter a node on their own path
+  EXPECT_EQ(TreeReindexChildren("{A}", 5), 7);
+  EXPECT_EQ(Flatten("{B}"), "{B}:0:5;{A}:1:0;{C}:2:6");
+  EXPECT_EQ(TreeReindexChildren("{A}", 2147483647), -2147483647);  // the counter wraps, it does not overflow
+}
+
+// A recursive walk would need far more than this thread's 256 KiB of stack.
+TEST(Tree, WalksADeepChainOnASmallStack) {
+  constexpr int kDepth = 50000;
+  auto guid = [](int i) { return "{" + std::to_string(i) + "}"; };
+  std::string flat, issues, ring;
+  int next = 0;
+  auto body = [&] {
+    TreeClear();
+    for (int i = 0; i < kDepth; ++i) TreeAddCluster(guid(i).c_str(), "", i ? guid(i - 1).c_str() : "", 7);
+    TreeBuildChildrenArrays();
+    next = TreeReindexAll(3);
+    flat = TreeFlattenHierarchy(nullptr);
+    issues = TreeValidate(nullptr);
+    TreeAddCluster("{0}", "", guid(kDepth - 1).c_str(), 3);  // closes the chain into a ring
+    TreeBuildChildrenArrays();
+    ring = TreeValidate(nullptr);
+  };
+  pthread_attr_t attr;
+  pthread_attr_init(&attr);
+  pthread_attr_setstacksize(&attr, 256 * 1024);
+  pthread_t thread;
+  auto run = [](void* arg) -> void* { return (*static_cast<decltype(body)*>(arg))(), nullptr; };
+  ASSERT_EQ(pthread_create(&thread, &attr, run, &body), 0);
+  pthread_join(thread, nullptr);
+  EXPECT_EQ(next, kDepth + 3);
+  EXPECT_EQ(flat.substr(flat.rfind(';') + 1), guid(kDepth - 1) + ":" + std::to_string(kDepth - 1) + ":" + std::to_string(kDepth + 2));
+  EXPECT_EQ(issues, "");
+  EXPECT_EQ(std::count(ring.begin(), ring.end(), ';'), kDepth - 1);
+}
+
+}  // namespace
