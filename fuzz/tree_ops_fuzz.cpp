@@ -34,7 +34,10 @@ class Bytes {
   }
   int Number() {
     const uint8_t b = Next();
-    return b >= 250 ? 2147483647 - (b - 250) : static_cast<int8_t>(b);
+    // Small numbers, and the ends of the range where a counter could overflow.
+    if (b >= 250) return 2147483647 - (b - 250);
+    if (b < 6) return -2147483647 - 1 + b;
+    return static_cast<int8_t>(b);
   }
 
  private:

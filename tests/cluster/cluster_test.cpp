@@ -1,4 +1,4 @@
-// The cluster registry and its stored texts: Base64, the binary container and the script's Lua tables.
+// The cluster registry and its stored form: Base64, the binary container, indices and the overflow key.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,7 +10,6 @@
 #include "cluster/base64.h"
 #include "cluster/binary_format.h"
 #include "cluster/cluster_state.h"
-#include "cluster/legacy_format.h"
 #include "cluster/persistence.h"
 #include "cluster/project_ext_state.h"
 #include "sim_host.h"
@@ -132,44 +131,6 @@ TEST(BinaryFormat, ADamagedRecordCostsOnlyItselfAndABadHeaderTheWhole) {
   EXPECT_EQ(SerializeAllClusters({}), "VkxPWgEAAAAAAA==");
   // Cut anywhere inside the last record, down to its length field: the records before it stay.
   for (size_t cut = 1; cut <= c.size() + 4; ++cut) EXPECT_EQ(Load(Container({a, c}, 2, 1, cut)), Strings{"A"}) << cut;
-}
-
-TEST(LegacyTexts, WriterNumbersAndEscapesReadersKeepToTheirBounds) {
-  EXPECT_EQ(SerializeLegacyClusterItems({Cluster("A"), Cluster("B")}), "{{,}}");
-  EXPECT_EQ(SerializeLegacyClusterItems({Cluster("a\"b\nc\\d\te\rf", {{"J\xC3\xA9", "", -5, 0, 0}})}),
-            "{{[\"a\\\"b\\nc\\\\d\\te\\rf\"]={2},},{[\"J\xC3\xA9\"]={3},},"
-            "{[\"item_guid\"]=\"J\xC3\xA9\",[\"time_modified\"]=-5,}}");  // an empty take is left out
-  const std::string pad(477, ' ');  // puts the opening quote of name's value on the window's last character
-  const std::pair<std::string, std::string> tables[] = {
-      {"{[\"cluster_guid\"]=\"G\",[\"cluster_id\"]=7,[\"display_name\"]=\"no\"}", "G|7|;"},
-      {"cluster_guid=\"G\"," + pad + "name=\"x\"", "G|0|x;"},
-      {"cluster_guid=\"G\", " + pad + "name=\"x\"", "G|0|;"},
-      {"{cluster_guid=\"A\"},{cluster_guid=\"\"},{cluster_guid=\"B\"}", "A|0|;B|0|;"},
-      {"{name=\"x\"}", ""}, {"cluster_gui", ""}, {"{cluster_guid=}", ""},
-  };
-  for (const auto& [text, expected] : tables) {
-    std::vector<ClusterData> clusters;
-    EXPECT_EQ(ParseLegacyClusterTable(text, clusters), !expected.empty()) << text;
-    std::string found;
-    for (const ClusterData& c : clusters) found += c.guid + '|' + std::to_string(c.cluster_id) + '|' + c.name + ';';
-    EXPECT_EQ(found, expected) << text;
-  }
-  const std::pair<std::string, std::string> itemTexts[] = {
-      // Bracketed keys; the first table of a GUID wins; a table naming no item adds nothing.
-      {"{[\"C\"]={{[\"item_guid\"]=\"I\",time_modified=-9},{item_guid=\"I\"},{time_modified=1}}}", "C:I//-9"},
-      {"{[\"C\"]={2}}", "C:"},  // a reference, not an item table
-      {"{[\"C\"]={{item_guid=\"I\",item_take_guid=\"T\",time_modified=5", "C:I/T/5"},
-  };
-  for (const auto& [text, expected] : itemTexts) {
-    LegacyItemMap clusters;
-    EXPECT_EQ(ParseLegacyClusterItems(text, clusters), !expected.empty()) << text;
-    std::string found;  // "cluster:item/take/time"; each text names at most one cluster and item
-    for (const auto& [guid, items] : clusters) {
-      found += guid + ':';
-      for (const auto& [key, i] : items) found += key + '/' + i.item_take_guid + '/' + std::to_string(i.time_modified);
-    }
-    EXPECT_EQ(found, expected) << text;
-  }
 }
 
 TEST(ClusterProject, IndicesCarryOnAcrossReloadsAndOnlyALongDifferingValueIsKeptAside) {

@@ -1,4 +1,4 @@
-// The shared text helpers: numbers, escaping, option lookup and the integer scanners.
+// The shared text helpers: numbers in any locale, escaping and the integer scanners.
 #include <gtest/gtest.h>
 
 #include <cfloat>
@@ -56,17 +56,6 @@ TEST(JsonText, EscapesOnlyTheFiveBytesAndWrapsErrors) {
   using namespace std::string_literals;
   EXPECT_EQ(EscapeJsonString("q\"b\\\nr\rt\tc\x01\x1f\x7f\xc3\xa9\0z"s), "q\\\"b\\\\\\nr\\rt\\tc\x01\x1f\x7f\xc3\xa9\0z"s);
   EXPECT_EQ(BuildJsonError("a\"b"), "{\"success\":false,\"error\":\"a\\\"b\"}");
-}
-
-TEST(JsonText, OptionsMatchTheExactLiteralOnly) {
-  const std::tuple<const char*, bool, bool> cases[] = {  // options, default, expected
-      {"{\"solo_items\":true}", false, true},         {"{\"solo_items\": true}", false, false},
-      {"{\"solo_items\":1}", false, false},           {"{\"x\":{\"solo_items\":true}}", false, true},
-      {"{\"solo_items\":false}", true, false},        {"{\"solo_items\":true}", true, true},
-      {"{\"not_solo_items\":true}", false, false},    {nullptr, true, true}};
-  for (const auto& [options, byDefault, expected] : cases) {
-    EXPECT_EQ(OptionEnabled(options, "solo_items", byDefault), expected) << (options ? options : "null");
-  }
 }
 
 TEST(TextScan, IntegersAtAndPastTheirBounds) {

@@ -1,6 +1,5 @@
-// The tree's operations on small trees: exact texts and numbers, orphans,
-// re-parenting and its refusals, validation and the cycle guard; and walks of
-// a chain far deeper than a small stack could recurse through.
+// Validation and the cycle guard, whose reports come in the node map's order,
+// and walks of a chain far deeper than a small stack could recurse through.
 #include <gtest/gtest.h>
 
 #include <pthread.h>
@@ -27,7 +26,6 @@ void Load(const std::vector<Node>& nodes, bool build = true) {
   if (build) TreeBuildChildrenArrays();
 }
 
-std::string Flatten(const char* root = "") { return TreeFlattenHierarchy(root); }
 
 std::vector<std::string> Sorted(const std::string& list, char separator) {
   std::vector<std::string> items;
@@ -35,30 +33,6 @@ std::vector<std::string> Sorted(const std::string& list, char separator) {
   for (std::string item; std::getline(in, item, separator);) items.push_back(item);
   std::sort(items.begin(), items.end());
   return items;
-}
-
-TEST(Tree, OrphansAndMovesKeepTheListsInStep) {
-  Load({{"{O}", "{gone}", 3}, {"{P}", "", 0}, {"{Q}", "{P}", 5}});
-  EXPECT_EQ(Sorted(TreeGetLeaves(nullptr), ','), Sorted("{O},{Q}", ','));
-  EXPECT_TRUE(TreeSetParent("{O}", "{P}"));  // an orphan stays among the roots when moved
-  EXPECT_EQ(Flatten(), "{P}:0:0;{O}:1:3;{Q}:1:5;{O}:0:3");
-  EXPECT_EQ(TreeReindexAll(0), 4);
-  EXPECT_TRUE(TreeSetParent("{P}", "{elsewhere}"));  // under a missing parent: in no list until rebuilt
-  EXPECT_EQ(Flatten(), "{O}:0:3");
-  EXPECT_TRUE(TreeSetParent("{O}", nullptr));
-  EXPECT_EQ(Flatten(), "{O}:0:3;{O}:0:3");
-}
-
-TEST(Tree, SetParentRefusesCyclesAndLeavesTheTree) {
-  Load({{"{A}", "", 0}, {"{B}", "{A}", 0}, {"{C}", "{B}", 0}, {"{D}", "", 1}});
-  const std::string before = Flatten();
-  for (const auto& [child, parent] : {std::pair{"{A}", "{A}"}, {"{A}", "{C}"}, {"{A}", "{B}"}, {"{Z}", ""}, {"", ""}}) {
-    EXPECT_FALSE(TreeSetParent(child, parent)) << child << " under " << parent;
-  }
-  EXPECT_EQ(Flatten(), before);
-  EXPECT_TRUE(TreeSetParent("{B}", "{D}"));
-  EXPECT_TRUE(TreeSetParent("{C}", ""));
-  EXPECT_EQ(Flatten(), "{A}:0:0;{C}:0:0;{D}:0:1;{B}:1:0");
 }
 
 TEST(Tree, ValidateReportsEverythingOnOrBelowACycleAndDuplicates) {
@@ -74,7 +48,7 @@ TEST(Tree, ValidateReportsEverythingOnOrBelowACycleAndDuplicates) {
   }
   TreeBuildChildrenArrays();  // walks never re-enter a node on their own path
   EXPECT_EQ(TreeReindexChildren("{A}", 5), 7);
-  EXPECT_EQ(Flatten("{B}"), "{B}:0:5;{A}:1:0;{C}:2:6");
+  EXPECT_EQ(std::string(TreeFlattenHierarchy("{B}")), "{B}:0:5;{A}:1:0;{C}:2:6");
   EXPECT_EQ(TreeReindexChildren("{A}", 2147483647), -2147483647);  // the counter wraps, it does not overflow
 }
 
