@@ -33,6 +33,7 @@ void Initialize() {
   g_cache.nextIndex = 1;
   g_cache.valid = false;
   g_cache.lastUpdate = std::chrono::steady_clock::now();
+  g_cache.renderBackup = RenderBackup();
   g_initialized = true;
 }
 
@@ -40,7 +41,13 @@ void Shutdown() {
   Lock lock(g_stateMutex);
   ClearClusters(g_cache);
   g_cache.valid = false;
+  g_cache.renderBackup = RenderBackup();
   g_initialized = false;
+}
+
+bool IsInitialized() {
+  Lock lock(g_stateMutex);
+  return g_initialized;
 }
 
 bool WithCluster(const std::string& guid, const std::function<void(ClusterData&)>& use) {

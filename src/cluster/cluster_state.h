@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "cluster/cluster_data.h"
+#include "cluster/render_backup.h"
 
 namespace ZOLVA_Cluster::State {
 
@@ -27,12 +28,16 @@ struct ClusterStateCache {
   uint32_t nextIndex = 1;
   bool valid = false;  // the cache agrees with the project
   std::chrono::steady_clock::time_point lastUpdate;
+  // Kept beside the registry, under the same lock; a load leaves it alone.
+  RenderBackup renderBackup;
 };
 
 // The first call sets up an empty registry; later calls change nothing.
 void Initialize();
-// Empties the registry and marks the module not initialised.
+// Empties the registry and the render snapshot and marks the module not
+// initialised.
 void Shutdown();
+bool IsInitialized();
 
 // Runs `use` on the registered cluster of that GUID under the lock; false
 // (and `use` not run) when there is none. `use` must not call back in here.

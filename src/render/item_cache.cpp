@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "host/host_values.h"
 #include "json/json_text.h"
 #include "render/cluster_refs.h"
 
@@ -42,11 +43,7 @@ ClusterItemInfo DescribeItem(MediaItem* item) {
   info.position = GetMediaItemInfo_Value(item, "D_POSITION");
   info.length = GetMediaItemInfo_Value(item, "D_LENGTH");
   info.take_index = static_cast<int32_t>(GetMediaItemInfo_Value(item, "I_CURTAKE"));
-  char guid[64] = {};
-  if (GetSetMediaItemInfo_String(item, "GUID", guid, false)) {
-    guid[sizeof guid - 1] = '\0';
-    info.item_guid = guid;
-  }
+  info.item_guid = ZOLVA::GuidOf(GetSetMediaItemInfo_String, item);
   return info;
 }
 

@@ -183,7 +183,70 @@ int AddRemoveReaScript(bool add, int section, const char* path, bool commit) {
   return !add ? 1 : h.nextScriptCommandId > 0 ? h.nextScriptCommandId++ : h.nextScriptCommandId;
 }
 
-void Main_OnCommand(int command, int flag) { H().commands.emplace_back(command, flag); }
+// Unselecting all tracks (40297), all items (40289) or, with SWS, everything.
+void Main_OnCommand(int command, int flag) {
+  Host& h = H();
+  h.commands.emplace_back(command, flag);
+  const bool all = command == Host::kSwsUnselectAll;
+  for (auto& t : h.tracks) t->values["I_SELECTED"] *= !(all || command == 40297);
+  for (auto& i : h.items) i->values["B_UISEL"] *= !(all || command == 40289);
+}
+
+int CountSelectedMediaItems(ReaProject*) {
+  Host& h = H();
+  h.selection.clear();
+  for (auto& i : h.items) {
+    if (i->values["B_UISEL"] != 0) h.selection.push_back(i.get());
+  }
+  return static_cast<int>(h.selection.size());
+}
+
+// Answers from the selection the last count saw, so a walk over it stays linear.
+MediaItem* GetSelectedMediaItem(ReaProject*, int i) { auto* m = At(H().selection, i); return m ? *m : nullptr; }
+bool IsMediaItemSelected(MediaItem* item) { return H(), item && item->values["B_UISEL"] != 0; }
+
+bool SetMediaItemInfo_Value(MediaItem* item, const char* parm, double v) {
+  Host& h = H();
+  if (!item || !parm) return false;
+  ++h.valueWrites;
+  if (std::strcmp(parm, "B_MUTE") == 0) item->values["C_MUTE_SOLO"] = 0;
+  return item->values[parm] = v, true;
+}
+
+bool SetMediaTrackInfo_Value(MediaTrack* track, const char* parm, double v) {
+  return H(), track && parm && (++g_current->valueWrites, track->values[parm] = v, true);
+}
+
+int GetMediaItemNumTakes(MediaItem* item) { return H(), item ? static_cast<int>(item->takes.size()) : 0; }
+MediaItem_Take* GetTake(MediaItem* item, int idx) {
+  auto* take = (H(), item) ? At(item->takes, idx) : nullptr;
+  return take ? take->get() : nullptr;
+}
+MediaItem_Take* GetActiveTake(MediaItem* item) { return item ? GetTake(item, int(item->values["I_CURTAKE"])) : nullptr; }
+PCM_source* GetMediaItemTake_Source(MediaItem_Take* take) { return H(), take ? take->source : nullptr; }
+PCM_source* GetMediaSourceParent(PCM_source* source) { return H(), source ? source->parent : nullptr; }
+MediaTrack* GetMediaItemTrack(MediaItem* item) { return H(), item ? item->track : nullptr; }
+int CountTracks(ReaProject*) { return static_cast<int>(H().tracks.size()); }
+
+void GetMediaSourceType(PCM_source* source, char* buf, int size) {
+  if (H(), buf && size > 0) buf[(source ? source->type : std::string()).copy(buf, size - 1)] = '\0';
+}
+
+// Takes and tracks: their "GUID" only.
+template <typename T>
+bool GuidString(T* object, const char* parm, char* buf, bool set) {
+  return H(), object && parm && !set && std::strcmp(parm, "GUID") == 0 && CopyWhole(buf, &object->guid);
+}
+
+void UpdateArrange() { ++H().arrangeUpdates; }
+void PreventUIRefresh(int count) { H().refreshHold += count, ++g_current->refreshCalls; }
+double GetPlayPosition() { return H().playPosition; }
+
+// SWS's commands when it is present; 0 for any other name.
+int NamedCommandLookup(const char* name) {
+  const std::string n = name && H().swsPresent ? name : "";
+  return n == "_S&M_CC123_SEL_TRACKS" ? Host::kSwsNotesOffSelectedTracks : n == "_SWS_UNSELALL" ? Host::kSwsUnselectAll : 0;
+}
 const char* GetResourcePath() { return H().resourcePathNull ? nullptr : g_current->resourcePath.c_str(); }
 
 // Registrations by key, as REAPER keeps them; "-" + key withdraws one.
@@ -222,6 +285,12 @@ const std::map<std::string, void*> kFunctions = {
     SIM(GetProjExtState), SIM(GetResourcePath), SIM(GetSetMediaItemInfo_String), SIM(GetSetProjectInfo_String),
     SIM(GetTrack), SIM(Main_OnCommand), SIM(MarkProjectDirty), SIM(SetExtState), SIM(SetProjExtState),
     SIM(SetProjectMarkerByIndex2), SIM(SetRegionRenderMatrix), SIM(ShowMessageBox), SIM(plugin_register),
+    SIM(CountSelectedMediaItems), SIM(GetSelectedMediaItem), SIM(IsMediaItemSelected), SIM(SetMediaItemInfo_Value),
+    SIM(SetMediaTrackInfo_Value), SIM(GetMediaItemNumTakes), SIM(GetTake), SIM(GetActiveTake),
+    SIM(GetMediaItemTake_Source), SIM(GetMediaSourceParent), SIM(GetMediaItemTrack), SIM(CountTracks),
+    SIM(GetMediaSourceType), {"GetSetMediaItemTakeInfo_String", reinterpret_cast<void*>(&GuidString<MediaItem_Take>)},
+    {"GetSetMediaTrackInfo_String", reinterpret_cast<void*>(&GuidString<MediaTrack>)},
+    SIM(UpdateArrange), SIM(PreventUIRefresh), SIM(GetPlayPosition), SIM(NamedCommandLookup),
 };
 #undef SIM
 
@@ -261,7 +330,13 @@ MediaTrack* Host::AddTrack() {
 
 MediaItem* Host::AddItem(MediaTrack* track, double position, double length) {
   NumericValues values{{"D_POSITION", position}, {"D_LENGTH", length}, {"I_CURTAKE", 0.0}};
-  return items.emplace_back(new MediaItem{NewGuid(), track, std::move(values), {}}).get();
+  return items.emplace_back(new MediaItem{NewGuid(), track, std::move(values), {}, {}}).get();
+}
+
+MediaItem_Take* Host::AddTake(MediaItem* item, const std::string& type, const std::string& parentType) {
+  PCM_source* parent = parentType.empty() ? nullptr : sources.emplace_back(new PCM_source{parentType, nullptr}).get();
+  PCM_source* source = sources.emplace_back(new PCM_source{type, parent}).get();
+  return item->takes.emplace_back(new MediaItem_Take{NewGuid(), source}).get();
 }
 
 std::string Host::AddMarker(Marker marker) {

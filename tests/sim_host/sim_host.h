@@ -6,19 +6,31 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <unordered_map>
 #include <string>
 #include <vector>
 
 #include "host/reaper_api.h"
 
-using NumericValues = std::map<std::string, double>;   // value name ("D_POSITION") -> value
+using NumericValues = std::unordered_map<std::string, double>;  // value name ("D_POSITION") -> value
 using ExtValues = std::map<std::string, std::string>;  // key -> text
 
 // IP_TRACKNUMBER is set on creation: 1-based, -1 for the master.
 struct MediaTrack { std::string guid; NumericValues values; };
 
-// D_POSITION, D_LENGTH and I_CURTAKE are set on creation; `ext` holds the "P_EXT:<name>" values by <name>.
-struct MediaItem { std::string guid; MediaTrack* track; NumericValues values; ExtValues ext; };
+// A source's type ("WAVE", "VIDEO", "SECTION", ...) and, for a section, the source it cuts from.
+struct PCM_source { std::string type; PCM_source* parent; };
+struct MediaItem_Take { std::string guid; PCM_source* source; };
+
+// D_POSITION, D_LENGTH and I_CURTAKE are set on creation; `ext` holds the "P_EXT:<name>" values by
+// <name>. B_UISEL selects it; writing B_MUTE clears C_MUTE_SOLO, as in REAPER.
+struct MediaItem {
+  std::string guid;
+  MediaTrack* track;
+  NumericValues values;
+  ExtValues ext;
+  std::vector<std::unique_ptr<MediaItem_Take>> takes;
+};
 
 namespace sim {
 
@@ -42,6 +54,8 @@ class Host {
   MediaTrack* AddTrack();
   MediaItem* AddItem(MediaTrack* track, double position, double length);
   std::string AddMarker(Marker marker);  // returns its GUID, made up when it has none
+  // A take whose source has `type`; with `parentType`, a section of a source of that type.
+  MediaItem_Take* AddTake(MediaItem* item, const std::string& type, const std::string& parentType = "");
   static std::string NewGuid();
 
   static void* GetFunc(const char* name);
@@ -69,7 +83,17 @@ class Host {
   std::vector<MatrixCall> matrixCalls;
   std::vector<MessageBoxCall> messageBoxes;
   std::vector<ScriptRegistration> scriptRegistrations;
+  std::vector<std::unique_ptr<PCM_source>> sources;
+  std::vector<MediaItem*> selection;  // the selected items as CountSelectedMediaItems last saw them
+  double playPosition = 0.0;
+  bool swsPresent = true;  // NamedCommandLookup knows the SWS commands (as kSws...)
+  static constexpr int kSwsNotesOffSelectedTracks = 53000, kSwsUnselectAll = 53001;
+
   int dirtyMarks = 0;
+  int arrangeUpdates = 0;
+  int refreshHold = 0;     // PreventUIRefresh's counter
+  int refreshCalls = 0;
+  int valueWrites = 0;     // Set*Info_Value calls
   uint64_t hostCalls = 0;  // calls of any host function
 };
 
