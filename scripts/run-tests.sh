@@ -60,8 +60,9 @@ install_debian() {
   # the status field rather than dpkg's exit code.
   local status nl='
 '
-  status=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' libgtest-dev libgmock-dev locales 2>/dev/null || true)
-  for p in libgtest-dev libgmock-dev locales; do
+  # libxml2-utils brings xmllint, which checks the exported Work Units.
+  status=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' libgtest-dev libgmock-dev locales libxml2-utils 2>/dev/null || true)
+  for p in libgtest-dev libgmock-dev locales libxml2-utils; do
     case "$nl$status$nl" in
       *"$nl$p installed$nl"*) ;;
       *) missing="$missing $p" ;;
@@ -104,7 +105,7 @@ install_macos() {
     # shellcheck disable=SC2086
     brew install $missing
   fi
-  # macOS ships de_DE.UTF-8 with the system.
+  # macOS ships de_DE.UTF-8 and xmllint with the system.
 }
 
 case "$OSTYPE" in

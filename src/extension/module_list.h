@@ -8,4 +8,5 @@
   X(render, ZOLVA_Render) \
   X(cluster, ZOLVA_Cluster) \
   X(tree, ZOLVA_Tree) \
-  X(region, ZOLVA_Region)
+  X(region, ZOLVA_Region) \
+  X(wwise, ZOLVA_Wwise)

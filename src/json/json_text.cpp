@@ -5,6 +5,8 @@
 #include <mutex>
 #include <sstream>
 
+#include "json/escape.h"
+
 namespace ZOLVA::Json {
 
 namespace {
@@ -12,22 +14,16 @@ namespace {
 // Appends `text` with quote, backslash, line feed, carriage return and tab
 // escaped; every other byte, control bytes included, is copied as is.
 void AppendEscaped(std::string& out, std::string_view text) {
-  size_t copied = 0;  // bytes of `text` already in `out`
-  for (size_t i = 0; i < text.size(); ++i) {
-    const char* escape = nullptr;
-    switch (text[i]) {
-      case '"': escape = "\\\""; break;
-      case '\\': escape = "\\\\"; break;
-      case '\n': escape = "\\n"; break;
-      case '\r': escape = "\\r"; break;
-      case '\t': escape = "\\t"; break;
-      default: continue;
+  Text::AppendEscaped(out, text, [](char c) -> const char* {
+    switch (c) {
+      case '"': return "\\\"";
+      case '\\': return "\\\\";
+      case '\n': return "\\n";
+      case '\r': return "\\r";
+      case '\t': return "\\t";
+      default: return nullptr;
     }
-    out.append(text.data() + copied, i - copied);
-    out += escape;
-    copied = i + 1;
-  }
-  out.append(text.data() + copied, text.size() - copied);
+  });
 }
 
 }  // namespace

@@ -8,16 +8,25 @@
 //   set|expect host K=v ...                logs, counters and settings of the simulated host
 //   set|expect matrix 1:-1,2 3:1            render matrix rows: region number:track numbers
 //   delete I1                              removes an item from the project
-//   file <path> | remove <path>            a file below the resource folder
-//   run | reload                           the "ZOLVA: Run" action | unload and load again
+//   file <path> ["text"] | remove <path>   a file below the resource folder
+//   expect file "path" @doc|"text"|nil      a written file below the resource folder: as expected (the
+//                                           whole of expected/<doc>), or absent
+//   xmllint "path"                          the file is well-formed XML
+//   run | reload | unload                  the "ZOLVA: Run" action | unload and load again | unload only
+//                                           (the vararg entries stay callable)
 //   ZOLVA_Name(arg, ...) [== result, ...]   a call, and what it returns then its outputs
 // Literals: "text" (\" \\ \n \t \r escapes; ${name} is replaced by a bound text),
 // nil, true, false, integers, numbers with a point or exponent, and $name, bound
-// by its first use in an expected list. An expected text matches a run of digits at
-// each %d (times change), and "text"... any text that begins so.
+// by its first use in an expected list; "text"*N repeats a text, @name is the text
+// of expected/<name> (${name} replaced, line feeds dropped). An expected
+// text matches a run of digits at each %d (times change), a 38-character upper-case
+// GUID at each {GUID:name} and an unsigned 32-bit decimal at each {SHORTID:name}
+// (a name stands for one value, and a value for one name, for the whole script),
+// and "text"... any text that begins so.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -35,26 +44,47 @@ struct Script {
   std::map<std::string, Value> vars;
   std::map<std::string, MediaTrack*> tracks;
   std::map<std::string, MediaItem*> items;
+  std::map<std::string, std::string> ids;  // {GUID:name} and {SHORTID:name} bindings
   NumericValues& ValuesOf(const std::string& name) { return items.count(name) ? items[name]->values : tracks.at(name)->values; }
   std::string where;  // file:line, for failures
 };
+
+std::string Expand(Script& sc, std::string text) {
+  for (size_t v; (v = text.find("${")) != std::string::npos;) {
+    const size_t end = text.find('}', v);
+    text.replace(v, end - v + 1, std::get<std::string>(sc.vars.at("$" + text.substr(v + 2, end - v - 2))));
+  }
+  return text;
+}
+
+std::string Data(Script& sc, const std::string& name) {
+  std::ifstream in(ZOLVA_E2E_DATA "/expected/" + name, std::ios::binary);
+  EXPECT_TRUE(in) << sc.where << ": no " << name;
+  return Expand(sc, std::string(std::istreambuf_iterator<char>(in), {}));
+}
 
 Value Literal(Script& sc, const std::string& s, size_t& at, std::string* unbound = nullptr, bool* prefix = nullptr) {
   while (at < s.size() && (s[at] == ' ' || s[at] == ',')) ++at;
   if (s[at] == '"') {
     std::string text;
     for (++at; s[at] != '"'; ++at) text += s[at] != '\\' ? s[at] : "\"\\\n\t\r"[std::string("\"\\ntr").find(s[++at])];
-    for (size_t v; (v = text.find("${")) != std::string::npos;) {
-      const size_t end = text.find('}', v);
-      text.replace(v, end - v + 1, std::get<std::string>(sc.vars.at("$" + text.substr(v + 2, end - v - 2))));
-    }
+    text = Expand(sc, text);
     const bool open = s.compare(++at, 3, "...") == 0;
     if (prefix) *prefix = open;
+    if (s.compare(at, 1, "*") == 0) {
+      const size_t end = std::min(s.find_first_of(" ,)", at), s.size());
+      for (int n = std::stoi(s.substr(at + 1, end - at - 1)), whole = int(text.size()); n > 1; --n) text.append(text, 0, whole);
+      at = end;
+    }
     return at += open ? 3 : 0, text;
   }
   const size_t end = std::min(s.find_first_of(" ,)", at), s.size());
   const std::string word = s.substr(at, end - at);
   at = end;
+  if (word[0] == '@') {
+    std::string text = Data(sc, word.substr(1));
+    return text.erase(std::remove(text.begin(), text.end(), '\n') - text.begin()), text;
+  }
   if (word == "nil" || word == "true" || word == "false") return word == "nil" ? nil : Value(word == "true");
   if (word[0] == '$' && !sc.vars.count(word) && unbound) *unbound = word;
   if (word[0] == '$') return sc.vars.count(word) ? sc.vars[word] : nil;
@@ -62,11 +92,41 @@ Value Literal(Script& sc, const std::string& s, size_t& at, std::string* unbound
   return std::stoi(word);
 }
 
-bool Matches(const Value& want, const Value& got, bool prefix) {
+// A placeholder's name stands for one value, and a value for one name.
+bool Bind(Script& sc, const std::string& name, const std::string& value) {
+  if (sc.ids.count(name)) return sc.ids[name] == value;
+  for (const auto& id : sc.ids) {
+    if (id.second == value) return false;
+  }
+  return sc.ids.emplace(name, value).second;
+}
+
+// The identifier at `at` for the placeholder {GUID:...} or {SHORTID:...} at `w`; empty if none is there.
+std::string Identifier(const std::string& w, const std::string& g, size_t at) {
+  if (w.compare(0, 6, "{GUID:") == 0) {
+    const std::string guid = g.substr(at, 38);
+    for (size_t i = 0; i < guid.size(); ++i) {
+      const char c = guid[i], want = i == 0 ? '{' : i == 37 ? '}' : i == 9 || i == 14 || i == 19 || i == 24 ? '-' : 0;
+      if (want ? c != want : (c < '0' || c > '9') && (c < 'A' || c > 'F')) return "";
+    }
+    return guid.size() == 38 ? guid : "";
+  }
+  const std::string digits = g.substr(at, std::min(g.find_first_not_of("0123456789", at), g.size()) - at);
+  return !digits.empty() && digits.size() <= 10 && (digits == "0" || digits[0] != '0') && std::stoull(digits) <= 0xFFFFFFFFu ? digits : "";
+}
+
+bool Matches(Script& sc, const Value& want, const Value& got, bool prefix) {
   if (!std::holds_alternative<std::string>(want) || !std::holds_alternative<std::string>(got)) return want == got;
   const std::string &w = std::get<std::string>(want), &g = std::get<std::string>(got);
   size_t at = 0;
   for (size_t i = 0; i < w.size(); ++i) {
+    if (w.compare(i, 6, "{GUID:") == 0 || w.compare(i, 9, "{SHORTID:") == 0) {
+      const size_t close = w.find('}', i);
+      const std::string id = Identifier(w.substr(i), g, at);
+      if (id.empty() || !Bind(sc, w.substr(i, close - i), id)) return false;
+      at += id.size(), i = close;
+      continue;
+    }
     const size_t digits = w.compare(i, 2, "%d") == 0 ? g.find_first_not_of("0123456789", at) : at;
     if (digits != at) i += 1, at = std::min(digits, g.size());
     else if (at >= g.size() || g[at++] != w[i]) return false;
@@ -147,7 +207,7 @@ void Apply(Script& sc, bool set, const std::string& object, const std::string& r
     if (set) text ? void(*text = std::get<std::string>(value)) : void(sc.ValuesOf(object)[key] = Number(value));
     if (!set) {
       const Value actual = text ? Value(*text) : Value(sc.ValuesOf(object)[key]);
-      EXPECT_TRUE(Matches(text ? value : Value(Number(value)), actual, prefix))
+      EXPECT_TRUE(Matches(sc, text ? value : Value(Number(value)), actual, prefix))
           << sc.where << ' ' << object << ' ' << key << ": " << (text ? *text : std::to_string(std::get<double>(actual)));
     }
   }
@@ -169,10 +229,31 @@ void Call(Script& sc, const std::string& line) {
     const Value got = i < actual.size() ? actual[i] : Value("(none)");
     if (!unbound.empty()) sc.vars[unbound] = got;
     if (!unbound.empty()) continue;
-    EXPECT_TRUE(Matches(want, got, prefix))
+    EXPECT_TRUE(Matches(sc, want, got, prefix))
         << sc.where << " result " << i << ": " << (std::get_if<std::string>(&got) ? std::get<std::string>(got) : "not that");
   }
   EXPECT_EQ(i, actual.size()) << sc.where << ": number of results";
+}
+
+// A written file, line by line against the expected text; nil: the file must not exist.
+void ExpectFile(Script& sc, const std::string& rest) {
+  size_t at = 0;
+  const std::string path = sc.host.resourcePath + "/" + std::get<std::string>(Literal(sc, rest, at));
+  const size_t data = rest.find_first_not_of(' ', at);
+  const Value want = rest[data] == '@' ? Data(sc, rest.substr(data + 1)) : Literal(sc, rest, at);
+  std::ifstream in(path, std::ios::binary);
+  EXPECT_EQ(bool(in), !std::holds_alternative<std::monostate>(want)) << sc.where << ' ' << path;
+  if (!in || std::holds_alternative<std::monostate>(want)) return;
+  const auto lines = [](const std::string& text) {  // the text after the last line feed is a line too
+    std::vector<std::string> split(1);
+    for (char c : text) c == '\n' ? void(split.emplace_back()) : void(split.back() += c);
+    return split;
+  };
+  const auto got = lines(std::string(std::istreambuf_iterator<char>(in), {})), wanted = lines(std::get<std::string>(want));
+  for (size_t i = 0; i < std::max(got.size(), wanted.size()); ++i) {
+    const std::string g = i < got.size() ? got[i] : "(none)", w = i < wanted.size() ? wanted[i] : "(none)";
+    if (!Matches(sc, w, g, false)) return void(ADD_FAILURE() << sc.where << " line " << i + 1 << "\n  got:  " << g << "\n  want: " << w);
+  }
 }
 
 void Line(Script& sc, const std::string& line) {
@@ -200,11 +281,23 @@ void Line(Script& sc, const std::string& line) {
     items.erase(std::find_if(items.begin(), items.end(), [&](auto& i) { return i.get() == sc.items.at(name); }));
   } else if (verb == "file") {
     std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file) << "-- interface\n";
+    std::getline(words, rest);
+    size_t at = 0;
+    std::ofstream(file, std::ios::binary) << (rest.find('"') != std::string::npos ? std::get<std::string>(Literal(sc, rest, at)) : "-- interface\n");
+    return;
+  } else if (verb == "expect" && name == "file") {
+    return ExpectFile(sc, line.substr(line.find("file") + 4));
+  } else if (verb == "xmllint") {
+    size_t at = 7;
+    const std::string command = "xmllint --noout '" + sc.host.resourcePath + "/" + std::get<std::string>(Literal(sc, line, at)) + "'";
+    EXPECT_EQ(std::system(command.c_str()), 0) << sc.where << ": " << command;
+    return;
   } else if (verb == "remove") {
     std::filesystem::remove(file);
   } else if (verb == "run") {
     EXPECT_TRUE(sc.host.RunCommand(sc.host.customActions.at("ZOLVA_OPEN_COMMAND"))) << sc.where;
+  } else if (verb == "unload") {
+    sc.extension->Unload();
   } else if (verb == "reload") {
     sc.extension.reset();
     sc.extension.reset(new Extension(sc.host));

@@ -1,0 +1,50 @@
+#include "wwise/export_options.h"
+
+#include <charconv>
+#include <string_view>
+#include <system_error>
+
+#include "json/json_text.h"
+
+namespace ZOLVA_Wwise {
+namespace {
+
+// Options are searched for by exact text, never parsed: a string option is
+// read after "\"key\":\"" up to the next quote, as it stands, and a flag
+// leaves its default only for the exact spelling of the other value.
+void ReadQuoted(std::string_view text, std::string_view key, std::string& field) {
+  const std::string opener = "\"" + std::string(key) + "\":\"";
+  const size_t start = text.find(opener);
+  if (start == std::string_view::npos) return;
+  const size_t from = start + opener.size();
+  const size_t end = text.find('"', from);
+  if (end != std::string_view::npos) field = std::string(text.substr(from, end - from));
+}
+
+void ReadNumber(std::string_view text, std::string_view key, double& field) {
+  const std::string opener = "\"" + std::string(key) + "\":";
+  size_t at = text.find(opener);
+  if (at == std::string_view::npos) return;
+  at = text.find_first_not_of(" \t\r\n", at + opener.size());
+  if (at == std::string_view::npos) return;
+  double value = 0.0;
+  if (std::from_chars(text.data() + at, text.data() + text.size(), value).ec == std::errc()) field = value;
+}
+
+}  // namespace
+
+ExportOptions ParseExportOptions(const char* options_json) {
+  ExportOptions options;
+  if (!options_json || !*options_json) return options;
+  const std::string_view text(options_json);
+  ReadQuoted(text, "outputPath", options.outputPath);
+  ReadQuoted(text, "projectName", options.projectName);
+  options.copyAudioFiles = ZOLVA::Json::OptionEnabled(options_json, "copyAudioFiles", true);
+  options.createEvents = ZOLVA::Json::OptionEnabled(options_json, "createEvents", true);
+  options.createSoundBank = ZOLVA::Json::OptionEnabled(options_json, "createSoundBank", true);
+  options.flattenHierarchy = ZOLVA::Json::OptionEnabled(options_json, "flattenHierarchy", false);
+  ReadNumber(text, "defaultFadeTime", options.defaultFadeTime);
+  return options;
+}
+
+}  // namespace ZOLVA_Wwise
