@@ -20,6 +20,9 @@ namespace {
 #define ZOLVA_MODULE_ENTRY(folder, ns) &ns::kModule,
 const Module* const kModules[] = {ZOLVA_MODULES(ZOLVA_MODULE_ENTRY)};
 #undef ZOLVA_MODULE_ENTRY
+#define ZOLVA_MODULE_NAME(folder, ns) #folder,
+const char* const kModuleNames[] = {ZOLVA_MODULES(ZOLVA_MODULE_NAME)};
+#undef ZOLVA_MODULE_NAME
 
 void* hInstance = nullptr;
 reaper_plugin_info_t* g_rec = nullptr;
@@ -55,6 +58,12 @@ void Unregister() {
 }
 
 }  // namespace
+
+std::vector<NamedModule> ModulesInRegistrationOrder() {
+  std::vector<NamedModule> modules;
+  for (size_t i = 0; i < std::size(kModules); ++i) modules.push_back({kModuleNames[i], kModules[i]});
+  return modules;
+}
 
 int PluginEntry(void* instance, reaper_plugin_info_t* rec) noexcept {
   hInstance = instance;

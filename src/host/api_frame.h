@@ -38,6 +38,11 @@ struct ApiSpec {
   std::string (*argTypes)();      // comma-separated type words
   void* (*typedAddress)();        // the guarded typed function
   void* (*vararg)(void**, int);   // the twin ReaScript calls
+  // The failure value as a reader sees it: "-1", "false", "null", or a string
+  // in Lua quotes ("" or '{"success":false}'). Null for a function without a
+  // result, and for one whose failure answers an argument unchanged.
+  const char* failureText;
+  int failureArgument;  // the index of that argument, or -1
 };
 
 // A module: its table and the steps around its registration.
@@ -100,6 +105,90 @@ void* ResultSlot(R result) {
   }
 }
 
+// Text built at compile time, for the failure texts.
+template <size_t N>
+struct FixedText {
+  char chars[N + 1];
+};
+
+template <long long V>
+struct IntegerText {
+  static constexpr size_t Length() {
+    size_t length = V < 0 ? 2 : 1;
+    for (long long rest = V / 10; rest != 0; rest /= 10) ++length;
+    return length;
+  }
+  static constexpr FixedText<Length()> Make() {
+    FixedText<Length()> text{};
+    long long rest = V;
+    size_t at = Length();
+    do {
+      const long long digit = rest % 10;
+      text.chars[--at] = static_cast<char>('0' + (digit < 0 ? -digit : digit));
+      rest /= 10;
+    } while (rest != 0);
+    if (V < 0) text.chars[0] = '-';
+    return text;
+  }
+  static constexpr FixedText<Length()> value = Make();
+};
+
+// A string in Lua quotes: double quotes, or single ones when the string holds
+// a double quote; backslashes and the quote itself escaped.
+template <const char* S>
+struct QuotedText {
+  static constexpr char Quote() {
+    for (const char* c = S; *c; ++c) {
+      if (*c == '"') return '\'';
+    }
+    return '"';
+  }
+  static constexpr bool Escaped(char c) { return c == '\\' || c == Quote(); }
+  static constexpr size_t Length() {
+    size_t length = 2;
+    for (const char* c = S; *c; ++c) length += Escaped(*c) ? 2 : 1;
+    return length;
+  }
+  static constexpr FixedText<Length()> Make() {
+    FixedText<Length()> text{};
+    size_t at = 0;
+    text.chars[at++] = Quote();
+    for (const char* c = S; *c; ++c) {
+      if (Escaped(*c)) text.chars[at++] = '\\';
+      text.chars[at++] = *c;
+    }
+    text.chars[at] = Quote();
+    return text;
+  }
+  static constexpr FixedText<Length()> value = Make();
+};
+
+// Probe arguments that tell which argument an argument-dependent failure
+// answers: two sets of distinct values per parameter type.
+inline constexpr char kProbeChars[64] = {};
+
+template <typename T>
+constexpr T Probe(size_t index, size_t set) {
+  if constexpr (std::is_same_v<T, int>) {
+    return static_cast<int>(1000 * (set + 1) + index);
+  } else if constexpr (std::is_same_v<T, double>) {
+    return 1000.5 * static_cast<double>(set + 1) + static_cast<double>(index);
+  } else if constexpr (std::is_same_v<T, const char*>) {
+    return kProbeChars + 32 * set + index;
+  } else {
+    return T{};
+  }
+}
+
+template <typename T, typename R>
+constexpr bool IsProbe(R result, size_t index, size_t set) {
+  if constexpr (std::is_same_v<T, R> && !std::is_same_v<T, bool>) {
+    return result == Probe<T>(index, set);
+  } else {
+    return false;
+  }
+}
+
 constexpr size_t CountNames(const char* names) {
   if (*names == '\0') return 0;
   size_t count = 1;
@@ -146,6 +235,46 @@ struct Entry<Fn, Failure, NullDouble> {
 
   static void* TypedAddress() { return reinterpret_cast<void*>(&Guarded); }
 
+  // The index of the argument an argument-dependent failure answers, found by
+  // calling it at compile time (so such a failure is a constexpr function);
+  // -1 when it answers none of them, and for a constant failure.
+  template <std::size_t... I>
+  static constexpr int FailureArgument(std::index_sequence<I...>) {
+    if constexpr (std::is_invocable_r_v<R, decltype(Failure), A...>) {
+      static_assert(sizeof...(A) < 32, "too many arguments to probe");
+      constexpr R first = Failure(Probe<A>(I, 0)...);
+      constexpr R second = Failure(Probe<A>(I, 1)...);
+      int found = -1;
+      ((found = found < 0 && IsProbe<A>(first, I, 0) && IsProbe<A>(second, I, 1) ? static_cast<int>(I) : found),
+       ...);
+      return found;
+    } else {
+      return -1;
+    }
+  }
+
+  static constexpr int FailureArgumentIndex() { return FailureArgument(std::index_sequence_for<A...>{}); }
+
+  static constexpr const char* FailureText() {
+    using F = decltype(Failure);
+    if constexpr (std::is_void_v<R> || std::is_invocable_r_v<R, F, A...>) {
+      return nullptr;
+    } else if constexpr (std::is_same_v<R, bool>) {
+      return static_cast<bool>(Failure) ? "true" : "false";
+    } else if constexpr (std::is_same_v<R, int>) {
+      return IntegerText<static_cast<int>(Failure)>::value.chars;
+    } else if constexpr (std::is_same_v<F, std::nullptr_t>) {
+      return "null";
+    } else {
+      static_assert(std::is_same_v<F, const char*>, "unsupported failure value");
+      if constexpr (Failure == nullptr) {
+        return "null";
+      } else {
+        return QuotedText<Failure>::value.chars;
+      }
+    }
+  }
+
   static std::string ArgTypes() {
     std::string types;
     ((types += types.empty() ? "" : ",", types += TypeWord<A>::text), ...);
@@ -156,15 +285,16 @@ struct Entry<Fn, Failure, NullDouble> {
 }  // namespace detail
 
 // One table entry: the typed function, its failure value (NoFailure::value
-// for a function without a result; a function of the same arguments for a
-// failure that depends on them), the public name, the argument names and
-// the help text; for functions with double arguments, what a null double
-// pointer stands for.
+// for a function without a result; a constexpr function of the same
+// arguments for a failure that depends on them), the public name, the
+// argument names and the help text; for functions with double arguments,
+// what a null double pointer stands for.
 template <auto Fn, auto Failure, typename NullDouble = NullDoubleIsZero>
 constexpr ApiSpec Api(const char* publicName, const char* argNames, const char* help) {
   using E = detail::Entry<Fn, Failure, NullDouble>;
   if (detail::CountNames(argNames) != E::kArity) throw "argument names do not match the parameters";
-  return ApiSpec{publicName, argNames, help, E::kReturnWord, &E::ArgTypes, &E::TypedAddress, &E::Vararg};
+  return ApiSpec{publicName, argNames, help, E::kReturnWord, &E::ArgTypes, &E::TypedAddress, &E::Vararg,
+                 E::FailureText(), E::FailureArgumentIndex()};
 }
 
 // The guarded form of any function the host calls: Fn's result, or Failure

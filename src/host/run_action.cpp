@@ -1,9 +1,8 @@
 #include "host/run_action.h"
 
-#include <sys/stat.h>
-
 #include <string>
 
+#include "host/files.h"
 
 namespace ZOLVA {
 namespace {
@@ -24,10 +23,7 @@ constexpr const char* kNotFoundMessage =
 
 int g_actionCommandId = 0;
 
-bool IsRegularFile(const std::string& path) {
-  struct stat info;
-  return !path.empty() && ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
-}
+using Files::IsRegularFile;
 
 std::string FindScript() {
   if (GetExtState) {
@@ -55,7 +51,7 @@ void ScriptLauncher::Run() {
     if (ShowMessageBox) ShowMessageBox(kNotFoundMessage, kSection, 0);
     return;
   }
-  const std::string::size_type slash = scriptPath_.rfind('/');
+  const std::string::size_type slash = Files::LastSeparator(scriptPath_);
   if (slash != std::string::npos && SetExtState) {
     SetExtState(kSection, kLibPathKey, scriptPath_.substr(0, slash + 1).c_str(), false);
   }

@@ -12,9 +12,10 @@ using ZOLVA::kEmptyText;
 constexpr auto kNoFailure = ZOLVA::NoFailure::value;
 
 // A failed renumbering answers the start index unchanged, as a tree with
-// nothing to renumber does.
-int UnchangedStart(int start_index) { return start_index; }
-int UnchangedStartOfChildren(const char*, int start_index) { return start_index; }
+// nothing to renumber does. Both are constexpr so that the frame can tell
+// which argument they answer.
+constexpr int UnchangedStart(int start_index) { return start_index; }
+constexpr int UnchangedStartOfChildren(const char*, int start_index) { return start_index; }
 
 constexpr ZOLVA::ApiSpec kApi[] = {
     Api<&TreeAddCluster, false>("ZOLVA_TreeAddCluster", "guid,cluster_id,parent_guid,idx", "Add cluster to tree"),

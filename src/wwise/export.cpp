@@ -1,43 +1,33 @@
 #include "wwise/export.h"
 
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <fstream>
 #include <iterator>
 
+#include "host/files.h"
 #include "wwise/work_units.h"
 
 namespace ZOLVA_Wwise::Export {
 
 namespace {
 
-constexpr mode_t kDirectoryMode = 0755;
-
-bool IsRegularFile(const std::string& path, struct stat* found = nullptr) {
-  struct stat info {};
-  if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return false;
-  if (found) *found = info;
-  return true;
-}
-
-// True when the folder was made or something already stands at the path.
-bool MakeDirectory(const std::string& path) { return ::mkdir(path.c_str(), kDirectoryMode) == 0 || errno == EEXIST; }
+using ZOLVA::Files::FromUtf8;
+using ZOLVA::Files::IsRegularFile;
+using ZOLVA::Files::MakeDirectory;
 
 // Truncates and writes; true only when every byte reached the file, so a
 // write that fails part way (a full disk shows at the final flush) is never
 // reported as done.
 bool WriteFile(const std::string& path, const std::string& content) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  std::ofstream out(FromUtf8(path), std::ios::binary | std::ios::trunc);
   if (!out) return false;
   out.write(content.data(), static_cast<std::streamsize>(content.size()));
   out.close();
   return !out.fail();
 }
 
-// The part after the last "/".
+// The part after the last folder separator.
 std::string BaseName(const std::string& path) {
-  const size_t slash = path.rfind('/');
+  const size_t slash = ZOLVA::Files::LastSeparator(path);
   return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
@@ -46,12 +36,11 @@ std::string BaseName(const std::string& path) {
 // taken from an earlier export's folder) is left as it is: opening it for
 // writing would empty it before it is read.
 bool CopyFile(const std::string& from, const std::string& to) {
-  struct stat source {}, target {};
-  if (!IsRegularFile(from, &source)) return false;
-  if (IsRegularFile(to, &target) && source.st_dev == target.st_dev && source.st_ino == target.st_ino) return true;
-  std::ifstream in(from, std::ios::binary);
+  if (!IsRegularFile(from)) return false;
+  if (ZOLVA::Files::SameFile(from, to)) return true;
+  std::ifstream in(FromUtf8(from), std::ios::binary);
   if (!in) return false;
-  std::ofstream out(to, std::ios::binary | std::ios::trunc);
+  std::ofstream out(FromUtf8(to), std::ios::binary | std::ios::trunc);
   if (!out) return false;
   char buffer[1 << 16];
   while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
@@ -117,7 +106,7 @@ bool ValidateWWUFile(const std::string& path, std::string& error) {
     error = "File not found: " + path;
     return false;
   }
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(FromUtf8(path), std::ios::binary);
   if (!in) {
     error = "Cannot open file: " + path;
     return false;

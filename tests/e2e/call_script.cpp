@@ -26,6 +26,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -241,7 +242,7 @@ void ExpectFile(Script& sc, const std::string& rest) {
   const std::string path = sc.host.resourcePath + "/" + std::get<std::string>(Literal(sc, rest, at));
   const size_t data = rest.find_first_not_of(' ', at);
   const Value want = rest[data] == '@' ? Data(sc, rest.substr(data + 1)) : Literal(sc, rest, at);
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(sim::Utf8Path(path), std::ios::binary);
   EXPECT_EQ(bool(in), !std::holds_alternative<std::monostate>(want)) << sc.where << ' ' << path;
   if (!in || std::holds_alternative<std::monostate>(want)) return;
   const auto lines = [](const std::string& text) {  // the text after the last line feed is a line too
@@ -260,7 +261,7 @@ void Line(Script& sc, const std::string& line) {
   std::istringstream words(line);
   std::string verb, name, rest, track, guid;
   words >> verb >> name;
-  const std::filesystem::path file = std::filesystem::path(sc.host.resourcePath) / name;
+  const std::filesystem::path file = sim::Utf8Path(sc.host.resourcePath) / sim::Utf8Path(name);
   double a = 0, b = 0;
   int number = 0;
   if (verb == "track" || verb == "item") {
@@ -290,7 +291,12 @@ void Line(Script& sc, const std::string& line) {
   } else if (verb == "xmllint") {
     size_t at = 7;
     const std::string command = "xmllint --noout '" + sc.host.resourcePath + "/" + std::get<std::string>(Literal(sc, line, at)) + "'";
+#ifdef _WIN32
+    // No xmllint under Windows (Wine): the XML check runs in the Linux and macOS builds only.
+    std::printf("[   NOTE   ] %s: xmllint not run on Windows: %s\n", sc.where.c_str(), command.c_str());
+#else
     EXPECT_EQ(std::system(command.c_str()), 0) << sc.where << ": " << command;
+#endif
     return;
   } else if (verb == "remove") {
     std::filesystem::remove(file);
@@ -327,7 +333,7 @@ void RunCallScript(const std::string& path) {
 
 std::vector<std::string> Scripts() {
   std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(ZOLVA_E2E_DATA "/scripts")) names.push_back(entry.path().stem());
+  for (const auto& entry : std::filesystem::directory_iterator(ZOLVA_E2E_DATA "/scripts")) names.push_back(entry.path().stem().u8string());
   return names;
 }
 

@@ -2,21 +2,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <memory>
 
+#include "module_loader.h"
 #include "reascript.h"
 
 namespace {
 
 TEST(Foundation, ExportsOnlyTheEntryPoint) {
-  std::unique_ptr<FILE, int (*)(FILE*)> nm(popen("nm -D --defined-only '" ZOLVA_MODULE_PATH "'", "r"), pclose);
-  ASSERT_TRUE(nm);
-  std::string symbols;
-  for (char line[512]; fgets(line, sizeof line, nm.get());) symbols += std::strrchr(line, ' ') + 1;
-  EXPECT_EQ(symbols, "ReaperPluginEntry\n");
+  EXPECT_EQ(e2e::ExportedNames(ZOLVA_MODULE_PATH), std::vector<std::string>{"ReaperPluginEntry"});
 }
 
 TEST(Foundation, CallsNoHostFunctionItWasNotGivenOrBeforeItIsLoaded) {

@@ -1,11 +1,11 @@
 #include "reascript.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <stdexcept>
+
+#include "module_loader.h"
 
 namespace e2e {
 namespace {
@@ -35,8 +35,8 @@ void* IntSlot(const Value& v) {
 }  // namespace
 
 Extension::Extension(sim::Host& host, bool load) {
-  if (!(module_ = dlopen(ZOLVA_MODULE_PATH, RTLD_NOW | RTLD_LOCAL))) throw std::runtime_error(dlerror());
-  entry_ = reinterpret_cast<int (*)(void*, reaper_plugin_info_t*)>(dlsym(module_, "ReaperPluginEntry"));
+  module_ = OpenModule(ZOLVA_MODULE_PATH);
+  entry_ = reinterpret_cast<int (*)(void*, reaper_plugin_info_t*)>(ModuleSymbol(module_, "ReaperPluginEntry"));
   if (!entry_) throw std::runtime_error("ReaperPluginEntry is not exported");
   if (load) loadResult = entry_(module_, &host.record);
 }
@@ -45,7 +45,7 @@ int Extension::Unload() { return unloaded_ = true, entry_(module_, nullptr); }
 
 Extension::~Extension() {
   if (!unloaded_) Unload();
-  dlclose(module_);
+  CloseModule(module_);
 }
 
 Values Call(sim::Host& host, const std::string& name, const Values& args) {

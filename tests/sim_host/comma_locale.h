@@ -13,6 +13,14 @@ namespace sim {
 class CommaLocale {
  public:
   CommaLocale() {
+#ifdef _WIN32
+    // MinGW's C++ library knows only the "C" locale, so there only the C
+    // library's locale changes, under the Windows names for German.
+    for (const char* name : {"de-DE", "German_Germany.1252", "German"}) {
+      if ((active = std::setlocale(LC_ALL, name) != nullptr)) return;
+    }
+    return;
+#endif
     for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE"}) {
       try {
         previous_ = std::locale::global(std::locale(name));
@@ -24,7 +32,9 @@ class CommaLocale {
   }
   ~CommaLocale() {
     if (!active) return;
+#ifndef _WIN32
     std::locale::global(previous_);
+#endif
     std::setlocale(LC_ALL, "C");
   }
   bool active = false;

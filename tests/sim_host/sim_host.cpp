@@ -1,11 +1,10 @@
 #include "sim_host.h"
 
-#include <stdlib.h>  // mkdtemp
-
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <random>
 
 namespace sim {
 namespace {
@@ -296,16 +295,34 @@ const std::map<std::string, void*> kFunctions = {
 
 }  // namespace
 
+std::string MakeTempFolder(const std::string& prefix) {
+  std::error_code ec;
+  const std::filesystem::path base = std::filesystem::temp_directory_path(ec);
+  if (ec) return std::string();
+  static std::mt19937_64 random{std::random_device{}()};
+  static constexpr char kDigits[] = "0123456789abcdefghijklmnopqrstuvwxyz";
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    std::string name = prefix;
+    for (int i = 0; i < 6; ++i) name += kDigits[random() % 36];
+    const std::filesystem::path folder = base / Utf8Path(name);
+    // create_directory is false for a folder that already exists: another try.
+    if (std::filesystem::create_directory(folder, ec)) return folder.u8string();
+    if (ec) return std::string();
+  }
+  return std::string();
+}
+
 Host::Host() {
   record = {0x20E, nullptr, &plugin_register, &Host::GetFunc};
-  char pattern[] = "/tmp/zolva-sim-XXXXXX";
-  resourcePath = ::mkdtemp(pattern) ? pattern : "";
+  // With "/" only, also on Windows (which takes both), so that the call
+  // scripts can put the path into JSON and Lua strings without escaping it.
+  resourcePath = Utf8Path(MakeTempFolder("zolva-sim-")).generic_u8string();
   g_current = this;
 }
 
 Host::~Host() {
   std::error_code ignored;
-  std::filesystem::remove_all(resourcePath, ignored);
+  if (!resourcePath.empty()) std::filesystem::remove_all(Utf8Path(resourcePath), ignored);
   if (g_current == this) g_current = nullptr;
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <unordered_map>
@@ -33,6 +34,13 @@ struct MediaItem {
 };
 
 namespace sim {
+
+// The path a UTF-8 string names, on Windows too (not read in the ANSI code page).
+inline std::filesystem::path Utf8Path(const std::string& utf8) { return std::filesystem::u8path(utf8); }
+
+// Makes a fresh folder "<prefix>XXXXXX" in the system's temporary folder and
+// returns its UTF-8 path; empty when none could be made.
+std::string MakeTempFolder(const std::string& prefix);
 
 // `number` is the displayed number (markers and regions are numbered apart); a marker's `end` is 0.
 struct Marker { bool isRegion; double position, end; std::string name; int number, color; std::string guid; };

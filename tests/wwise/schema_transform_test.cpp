@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "comma_locale.h"
 #include "wwise/schema.h"
 #include "wwise/transform_order.h"
 
@@ -140,17 +141,9 @@ void RunScannerCases() {
 TEST(SchemaScanner, EdgeCasesAsData) { RunScannerCases(); }
 
 TEST(SchemaScanner, EdgeCasesUnderADecimalCommaLocale) {
-  std::locale comma;
-  try {
-    comma = std::locale("de_DE.UTF-8");
-  } catch (const std::runtime_error&) {
-    GTEST_SKIP() << "no de_DE.UTF-8 locale installed; the locale check did not run";
-  }
-  const std::locale previous = std::locale::global(comma);
-  std::setlocale(LC_ALL, comma.name().c_str());
+  sim::CommaLocale comma;
+  if (!comma.active) GTEST_SKIP() << "no de_DE.UTF-8 locale installed; the locale check did not run";
   RunScannerCases();
-  std::locale::global(previous);
-  std::setlocale(LC_ALL, "C");
 }
 
 // The pass rule word for word: a first pass of groups without group children,

@@ -1,9 +1,10 @@
 // The XML builder's layout and escaping, its numbers in a decimal-comma
 // locale, the Work Unit check, and the export's failure paths on disk.
 #include <gtest/gtest.h>
-#include <stdlib.h>  // mkdtemp
+#ifndef _WIN32
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
 #include <clocale>
 #include <cstdlib>
@@ -16,6 +17,7 @@
 #include "wwise/export.h"
 #include "wwise/xml_builder.h"
 #include "comma_locale.h"
+#include "sim_host.h"
 
 namespace {
 
@@ -25,16 +27,17 @@ namespace fs = std::filesystem;
 
 const std::string kDeclaration = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
 
+using sim::Utf8Path;
+
+// A fresh folder whose name has a non-ASCII character; its path is UTF-8.
 struct TempDir {
-  std::string path;
-  TempDir() {
-    std::string pattern = (fs::temp_directory_path() / "zolva wwise ü XXXXXX").string();
-    path = ::mkdtemp(pattern.data()) ? pattern : "";
+  std::string path = sim::MakeTempFolder("zolva wwise \xc3\xbc ");
+  ~TempDir() {
+    if (!path.empty()) fs::remove_all(Utf8Path(path));
   }
-  ~TempDir() { fs::remove_all(path); }
 };
 
-void Write(const std::string& path, const std::string& text) { std::ofstream(path, std::ios::binary) << text; }
+void Write(const std::string& path, const std::string& text) { std::ofstream(Utf8Path(path), std::ios::binary) << text; }
 
 TEST(XmlBuilder, Layout) {
   const struct {
@@ -127,11 +130,13 @@ TEST(ValidateWWUFile, MarkersAndPaths) {
   EXPECT_EQ(error, "File not found: " + dir.path + "/absent.wwu");
   EXPECT_FALSE(Export::ValidateWWUFile(dir.path, error));
   EXPECT_EQ(error, "File not found: " + dir.path);
+#ifndef _WIN32  // Windows has no unreadable mode for a file
   ::chmod(file.c_str(), 0);
   if (::geteuid() != 0) {  // root reads it anyway
     EXPECT_FALSE(Export::ValidateWWUFile(file, error));
     EXPECT_EQ(error, "Cannot open file: " + file);
   }
+#endif
 }
 
 // What each failure leaves: its message, and only the Work Units written before it listed.
@@ -159,14 +164,14 @@ TEST(GenerateWWU, FailuresStopAtTheirStep) {
   for (const auto& c : cases) {
     ExportOptions options;
     options.outputPath = dir.path + c.output;
-    if (!c.blocker.empty()) fs::create_directories(options.outputPath + c.blocker);
+    if (!c.blocker.empty()) fs::create_directories(Utf8Path(options.outputPath + c.blocker));
     const Export::ExportResult result = Export::GenerateWWU(project, options);
     EXPECT_EQ(result.success, c.error.empty()) << c.output;
     EXPECT_EQ(result.error, c.error);
     ASSERT_EQ(result.files.size(), c.written) << c.output;
     for (size_t i = 0; i < c.written; ++i) {
       EXPECT_EQ(result.files[i], options.outputPath + (i == 0 ? music : i == 1 ? events : banks));
-      EXPECT_TRUE(fs::is_regular_file(result.files[i]));
+      EXPECT_TRUE(fs::is_regular_file(Utf8Path(result.files[i])));
     }
   }
 }
@@ -179,7 +184,9 @@ TEST(GenerateWWU, AudioCopiesByBaseNameSkippingWhatCannotBeOpened) {
   WwiseProjectData project;
   project.projectName = "P";
   project.segments.resize(2);
-  project.segments[0].tracks = {{"", "", dir.path + "/a b.wav"}, {"", "", dir.path + "/missing.wav"}, {"", "", ""}};
+  // The system's own separator before the file name ("\\" on Windows).
+  const std::string native = (Utf8Path(dir.path) / "a b.wav").u8string();
+  project.segments[0].tracks = {{"", "", native}, {"", "", dir.path + "/missing.wav"}, {"", "", ""}};
   project.segments[1].tracks = {{"", "", dir.path + "/empty.wav"}, {"", "", dir.path}};
   ExportOptions options;
   options.outputPath = dir.path + "/out";
@@ -190,12 +197,12 @@ TEST(GenerateWWU, AudioCopiesByBaseNameSkippingWhatCannotBeOpened) {
   EXPECT_EQ(result.files.size(), 1u);
   const std::string audio = options.outputPath + "/Audio \xc3\xa4/";
   EXPECT_EQ(result.audioFiles, (std::vector<std::string>{audio + "a b.wav", audio + "empty.wav"}));
-  EXPECT_EQ(fs::file_size(audio + "a b.wav"), 9u);
-  EXPECT_EQ(fs::file_size(audio + "empty.wav"), 0u);
+  EXPECT_EQ(fs::file_size(Utf8Path(audio + "a b.wav")), 9u);
+  EXPECT_EQ(fs::file_size(Utf8Path(audio + "empty.wav")), 0u);
   // A second export from the copies themselves keeps their content.
   project.segments[0].tracks = {{"", "", audio + "a b.wav"}};
   EXPECT_TRUE(Export::GenerateWWU(project, options).success);
-  EXPECT_EQ(fs::file_size(audio + "a b.wav"), 9u);
+  EXPECT_EQ(fs::file_size(Utf8Path(audio + "a b.wav")), 9u);
 }
 
 }  // namespace

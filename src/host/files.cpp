@@ -1,0 +1,47 @@
+#include "host/files.h"
+
+#ifndef _WIN32
+#include <sys/stat.h>
+
+#include <cerrno>
+#endif
+
+#include <system_error>
+
+namespace ZOLVA::Files {
+
+namespace fs = std::filesystem;
+
+fs::path FromUtf8(const std::string& utf8) { return fs::u8path(utf8); }
+
+bool IsRegularFile(const std::string& utf8) {
+  std::error_code ec;
+  return !utf8.empty() && fs::is_regular_file(FromUtf8(utf8), ec);
+}
+
+bool SameFile(const std::string& a, const std::string& b) {
+  std::error_code ec;
+  return IsRegularFile(a) && IsRegularFile(b) && fs::equivalent(FromUtf8(a), FromUtf8(b), ec);
+}
+
+bool MakeDirectory(const std::string& utf8) {
+#ifdef _WIN32
+  std::error_code ec;
+  const fs::path path = FromUtf8(utf8);
+  if (fs::create_directory(path, ec) || !ec) return true;
+  return fs::exists(fs::symlink_status(path, ec));
+#else
+  // The mode is the reason for mkdir here: std::filesystem would use 0777.
+  return ::mkdir(utf8.c_str(), 0755) == 0 || errno == EEXIST;
+#endif
+}
+
+std::string::size_type LastSeparator(const std::string& path) {
+#ifdef _WIN32
+  return path.find_last_of("/\\");
+#else
+  return path.rfind('/');
+#endif
+}
+
+}  // namespace ZOLVA::Files
