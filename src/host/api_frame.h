@@ -267,11 +267,7 @@ struct Entry<Fn, Failure, NullDouble> {
       return "null";
     } else {
       static_assert(std::is_same_v<F, const char*>, "unsupported failure value");
-      if constexpr (Failure == nullptr) {
-        return "null";
-      } else {
-        return QuotedText<Failure>::value.chars;
-      }
+      return QuotedText<Failure>::value.chars;  // a named text; a null failure is written nullptr
     }
   }
 
