@@ -20,17 +20,17 @@ struct Published {
   void* vararg;
 };
 
-Published Publish(const ApiSpec& spec) {
+Published Publish(const ApiSpec& entry) {
   Published p;
-  p.apiKey = std::string("API_") + spec.publicName;
-  p.varargKey = std::string("APIvararg_") + spec.publicName;
-  p.defKey = std::string("APIdef_") + spec.publicName;
-  for (const std::string& field : {std::string(spec.returnWord), spec.argTypes(), std::string(spec.argNames),
-                                   std::string(spec.help)}) {
+  p.apiKey = std::string("API_") + entry.publicName;
+  p.varargKey = std::string("APIvararg_") + entry.publicName;
+  p.defKey = std::string("APIdef_") + entry.publicName;
+  for (const std::string& field : {std::string(entry.returnWord), entry.argTypes(), std::string(entry.argNames),
+                                   std::string(entry.help)}) {
     p.definition.append(field).push_back('\0');
   }
-  p.typed = spec.typedAddress();
-  p.vararg = reinterpret_cast<void*>(spec.vararg);
+  p.typed = entry.typedAddress();
+  p.vararg = reinterpret_cast<void*>(entry.vararg);
   return p;
 }
 

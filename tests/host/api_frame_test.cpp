@@ -31,7 +31,7 @@ constexpr ZOLVA::ApiSpec kSpecs[] = {
     Api<&Echo, 0>("G", "v", ""),
 };
 
-void* Call(const ZOLVA::ApiSpec& spec, void* slot) { return spec.vararg(&slot, 1); }
+void* Call(const ZOLVA::ApiSpec& entry, void* slot) { return entry.vararg(&slot, 1); }
 void* Int(intptr_t value) { return reinterpret_cast<void*>(value); }
 
 TEST(ApiFrame, AThrowingFunctionAnswersItsFailureValueThroughBothEntries) {

@@ -49,7 +49,7 @@ struct LuaValue {
 
 // A function as the reference presents it.
 struct Function {
-  const ZOLVA::ApiSpec* spec;
+  const ZOLVA::ApiSpec* entry;
   std::vector<std::string> types;
   std::vector<std::string> names;
   std::vector<LuaValue> luaArgs;     // what a script passes
@@ -83,8 +83,8 @@ std::string LuaName(const std::string& name) { return IsLuaKeyword(name) ? name 
 // scalar pointers are results when named ...Out or ...OutOptional, both
 // when named ...InOut or ...InOutOptional, and arguments otherwise.
 void BuildLuaView(Function& f) {
-  const ZOLVA::ApiSpec& spec = *f.spec;
-  if (std::strcmp(spec.returnWord, "void") != 0) f.luaResults.push_back({"retval", LuaType(spec.returnWord)});
+  const ZOLVA::ApiSpec& entry = *f.entry;
+  if (std::strcmp(entry.returnWord, "void") != 0) f.luaResults.push_back({"retval", LuaType(entry.returnWord)});
   for (size_t i = 0; i < f.types.size(); ++i) {
     const std::string& type = f.types[i];
     const std::string& name = f.names[i];
@@ -130,8 +130,8 @@ std::vector<ModuleFunctions> CollectModules() {
 
 // The definition text's four fields, joined with '|' as the tests list them.
 std::string DefinitionLine(const Function& f) {
-  return std::string(f.spec->publicName) + "|" + f.spec->returnWord + "|" + f.spec->argTypes() + "|" +
-         f.spec->argNames + "|" + f.spec->help;
+  return std::string(f.entry->publicName) + "|" + f.entry->returnWord + "|" + f.entry->argTypes() + "|" +
+         f.entry->argNames + "|" + f.entry->help;
 }
 
 std::string CArguments(const Function& f) {
@@ -152,15 +152,15 @@ std::string Joined(const std::vector<LuaValue>& values) {
 std::string LuaCall(const Function& f) {
   std::string call;
   if (!f.luaResults.empty()) call = Joined(f.luaResults) + " = ";
-  return call + "reaper." + f.spec->publicName + "(" + Joined(f.luaArgs) + ")";
+  return call + "reaper." + f.entry->publicName + "(" + Joined(f.luaArgs) + ")";
 }
 
 std::string FailureDescription(const Function& f) {
-  if (f.spec->failureText) return std::string("`") + f.spec->failureText + "`";
-  if (f.spec->failureArgument >= 0) {
-    return "the argument `" + f.names[static_cast<size_t>(f.spec->failureArgument)] + "`, unchanged";
+  if (f.entry->failureText) return std::string("`") + f.entry->failureText + "`";
+  if (f.entry->failureArgument >= 0) {
+    return "the argument `" + f.names[static_cast<size_t>(f.entry->failureArgument)] + "`, unchanged";
   }
-  if (std::strcmp(f.spec->returnWord, "void") == 0) return "none (no result)";
+  if (std::strcmp(f.entry->returnWord, "void") == 0) return "none (no result)";
   return "computed from the arguments";
 }
 
@@ -192,7 +192,7 @@ std::string Markdown(const std::vector<ModuleFunctions>& modules) {
   for (const ModuleFunctions& m : modules) {
     out << "\n## Module `" << m.name << "`\n";
     for (const Function& f : m.functions) {
-      const ZOLVA::ApiSpec& s = *f.spec;
+      const ZOLVA::ApiSpec& s = *f.entry;
       out << "\n### " << s.publicName << "\n\n"
           << s.help << "\n\n"
           << "- C: `" << s.returnWord << " " << s.publicName << "(" << CArguments(f) << ")`\n"
@@ -215,17 +215,17 @@ std::string LuaDefinitions(const std::vector<ModuleFunctions>& modules) {
   for (const ModuleFunctions& m : modules) {
     out << "\n-- Module " << m.name << "\n";
     for (const Function& f : m.functions) {
-      out << "\n---" << f.spec->help << "\n"
+      out << "\n---" << f.entry->help << "\n"
           << "---\n---Failure value: " << FailureDescription(f) << "\n";
       for (const LuaValue& v : f.luaArgs) out << "---@param " << v.name << " " << v.type << "\n";
       for (size_t i = 0; i < f.luaResults.size(); ++i) {
         const LuaValue& v = f.luaResults[i];
-        const bool own = i == 0 && std::strcmp(f.spec->returnWord, "void") != 0;
+        const bool own = i == 0 && std::strcmp(f.entry->returnWord, "void") != 0;
         // A null text may reach Lua as nil.
-        const bool mayBeNil = own && f.spec->failureText && std::strcmp(f.spec->failureText, "null") == 0;
+        const bool mayBeNil = own && f.entry->failureText && std::strcmp(f.entry->failureText, "null") == 0;
         out << "---@return " << v.type << (mayBeNil ? "?" : "") << (own ? "" : " " + v.name) << "\n";
       }
-      out << "function reaper." << f.spec->publicName << "(" << Joined(f.luaArgs) << ") end\n";
+      out << "function reaper." << f.entry->publicName << "(" << Joined(f.luaArgs) << ") end\n";
     }
   }
   return out.str();
