@@ -32,23 +32,10 @@ size_t FindKey(std::string_view text, std::string_view key, size_t from, size_t 
   return std::string_view::npos;
 }
 
-// The Lua string literal whose opening quote is at `open`, unescaped; `end`
-// receives the index after its closing quote (the text's end when unclosed).
+// A Lua string literal: its escapes are the ones ReadEscapedString reads.
 std::string ReadLuaString(std::string_view text, size_t open, size_t& end) {
-  std::string value;
-  size_t i = open + 1;
-  for (; i < text.size() && text[i] != '"'; ++i) {
-    char c = text[i];
-    if (c == '\\' && i + 1 < text.size()) {
-      c = text[++i];
-      if (c == 'n') c = '\n';
-      else if (c == 't') c = '\t';
-      else if (c == 'r') c = '\r';
-    }
-    value += c;
-  }
-  end = std::min(i + 1, text.size());
-  return value;
+  bool closed = false;
+  return ZOLVA::Text::ReadEscapedString(text, open, end, closed);
 }
 
 // The next double-quoted string after a key ending at `afterKey`, opening

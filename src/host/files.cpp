@@ -6,6 +6,7 @@
 #include <cerrno>
 #endif
 
+#include <fstream>
 #include <system_error>
 
 namespace ZOLVA::Files {
@@ -42,6 +43,35 @@ std::string::size_type LastSeparator(const std::string& path) {
 #else
   return path.rfind('/');
 #endif
+}
+
+bool SameFolder(const std::string& a, const std::string& b) {
+  std::error_code ec;
+  return !a.empty() && !b.empty() && fs::is_directory(FromUtf8(a), ec) && fs::equivalent(FromUtf8(a), FromUtf8(b), ec);
+}
+
+bool WriteWholeFile(const std::string& utf8, const std::string& content) {
+  std::ofstream out(FromUtf8(utf8), std::ios::binary | std::ios::trunc);
+  if (!out) return false;
+  out.write(content.data(), static_cast<std::streamsize>(content.size()));
+  out.close();
+  return !out.fail();
+}
+
+bool CopyRegularFile(const std::string& from, const std::string& to) {
+  if (!IsRegularFile(from)) return false;
+  if (SameFile(from, to)) return true;
+  std::ifstream in(FromUtf8(from), std::ios::binary);
+  if (!in) return false;
+  std::ofstream out(FromUtf8(to), std::ios::binary | std::ios::trunc);
+  if (!out) return false;
+  char buffer[1 << 16];
+  while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
+    if (!out.write(buffer, in.gcount())) return false;
+  }
+  if (in.bad()) return false;
+  out.close();
+  return !out.fail();
 }
 
 }  // namespace ZOLVA::Files

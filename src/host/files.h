@@ -21,6 +21,19 @@ bool SameFile(const std::string& a, const std::string& b);
 // made or something already stands at the path.
 bool MakeDirectory(const std::string& utf8);
 
+// True when both paths name the same existing folder.
+bool SameFolder(const std::string& a, const std::string& b);
+
+// Truncates and writes; true only when every byte reached the file, so a
+// write that fails part way (a full disk shows at the final flush) is never
+// reported as done.
+bool WriteWholeFile(const std::string& utf8, const std::string& content);
+
+// Copies a regular file byte for byte; false when either side cannot be
+// opened or the copy does not complete. A source that already is the
+// destination is left as it is (opening it for writing would empty it).
+bool CopyRegularFile(const std::string& from, const std::string& to);
+
 // Position of the last folder separator ('/', and '\' on Windows), or npos.
 std::string::size_type LastSeparator(const std::string& path);
 

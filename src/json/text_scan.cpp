@@ -31,4 +31,22 @@ size_t FindValueQuote(std::string_view text, size_t afterKey, size_t limit) {
   return text.substr(0, std::min(limit, text.size())).find('"', afterKey);
 }
 
+std::string ReadEscapedString(std::string_view text, size_t open, size_t& end, bool& closed) {
+  std::string value;
+  size_t i = open + 1;
+  for (; i < text.size() && text[i] != '"'; ++i) {
+    char c = text[i];
+    if (c == '\\' && i + 1 < text.size()) {
+      c = text[++i];
+      if (c == 'n') c = '\n';
+      else if (c == 't') c = '\t';
+      else if (c == 'r') c = '\r';
+    }
+    value += c;
+  }
+  closed = i < text.size();
+  end = closed ? i + 1 : text.size();
+  return value;
+}
+
 }  // namespace ZOLVA::Text

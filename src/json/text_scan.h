@@ -46,4 +46,10 @@ std::vector<int32_t> ScanIntegerList(const char* text);
 // key ("key":"value", ["key"]="value") and is not the value's. npos if none.
 size_t FindValueQuote(std::string_view text, size_t afterKey, size_t limit = std::string_view::npos);
 
+// The double-quoted string whose opening quote is at `open`, unescaped (a
+// backslash before n, t or r gives that control character, before anything
+// else that character); `end` receives the index after the closing quote, or
+// the text's size when the string is not closed, and `closed` says which.
+std::string ReadEscapedString(std::string_view text, size_t open, size_t& end, bool& closed);
+
 }  // namespace ZOLVA::Text

@@ -10,45 +10,16 @@ namespace ZOLVA_Wwise::Export {
 
 namespace {
 
+using ZOLVA::Files::CopyRegularFile;
 using ZOLVA::Files::FromUtf8;
 using ZOLVA::Files::IsRegularFile;
 using ZOLVA::Files::MakeDirectory;
-
-// Truncates and writes; true only when every byte reached the file, so a
-// write that fails part way (a full disk shows at the final flush) is never
-// reported as done.
-bool WriteFile(const std::string& path, const std::string& content) {
-  std::ofstream out(FromUtf8(path), std::ios::binary | std::ios::trunc);
-  if (!out) return false;
-  out.write(content.data(), static_cast<std::streamsize>(content.size()));
-  out.close();
-  return !out.fail();
-}
+using ZOLVA::Files::WriteWholeFile;
 
 // The part after the last folder separator.
 std::string BaseName(const std::string& path) {
   const size_t slash = ZOLVA::Files::LastSeparator(path);
   return slash == std::string::npos ? path : path.substr(slash + 1);
-}
-
-// Copies through the streams; false when either side cannot be opened or the
-// copy does not complete. A source that already is the destination (audio
-// taken from an earlier export's folder) is left as it is: opening it for
-// writing would empty it before it is read.
-bool CopyFile(const std::string& from, const std::string& to) {
-  if (!IsRegularFile(from)) return false;
-  if (ZOLVA::Files::SameFile(from, to)) return true;
-  std::ifstream in(FromUtf8(from), std::ios::binary);
-  if (!in) return false;
-  std::ofstream out(FromUtf8(to), std::ios::binary | std::ios::trunc);
-  if (!out) return false;
-  char buffer[1 << 16];
-  while (in.read(buffer, sizeof buffer) || in.gcount() > 0) {
-    if (!out.write(buffer, in.gcount())) return false;
-  }
-  if (in.bad()) return false;
-  out.close();
-  return !out.fail();
 }
 
 }  // namespace
@@ -78,7 +49,7 @@ ExportResult GenerateWWU(const WwiseProjectData& project, const ExportOptions& o
   };
   for (const WorkUnit& unit : units) {
     if (!unit.wanted) continue;
-    if (!WriteFile(unit.path, unit.document(project))) {
+    if (!WriteWholeFile(unit.path, unit.document(project))) {
       result.error = unit.failure + unit.path;
       return result;
     }
@@ -92,7 +63,7 @@ ExportResult GenerateWWU(const WwiseProjectData& project, const ExportOptions& o
       for (const WwiseMusicTrack& track : segment.tracks) {
         if (track.audioFile.empty()) continue;
         const std::string destination = audioDirectory + "/" + BaseName(track.audioFile);
-        if (CopyFile(track.audioFile, destination)) result.audioFiles.push_back(destination);
+        if (CopyRegularFile(track.audioFile, destination)) result.audioFiles.push_back(destination);
       }
     }
   }

@@ -3,8 +3,10 @@
 #include <charconv>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "json/json_text.h"
+#include "json/text_scan.h"
 
 namespace ZOLVA_Wwise {
 namespace {
@@ -19,6 +21,18 @@ void ReadQuoted(std::string_view text, std::string_view key, std::string& field)
   const size_t from = start + opener.size();
   const size_t end = text.find('"', from);
   if (end != std::string_view::npos) field = std::string(text.substr(from, end - from));
+}
+
+// A JSON string value with its escapes decoded (a path from a script
+// carries its backslashes doubled); kept only when the string is closed.
+void ReadJsonString(std::string_view text, std::string_view key, std::string& field) {
+  const std::string opener = "\"" + std::string(key) + "\":\"";
+  const size_t start = text.find(opener);
+  if (start == std::string_view::npos) return;
+  size_t end = 0;
+  bool closed = false;
+  std::string value = ZOLVA::Text::ReadEscapedString(text, start + opener.size() - 1, end, closed);
+  if (closed) field = std::move(value);
 }
 
 void ReadNumber(std::string_view text, std::string_view key, double& field) {
@@ -44,6 +58,8 @@ ExportOptions ParseExportOptions(const char* options_json) {
   options.createSoundBank = ZOLVA::Json::OptionEnabled(options_json, "createSoundBank", true);
   options.flattenHierarchy = ZOLVA::Json::OptionEnabled(options_json, "flattenHierarchy", false);
   ReadNumber(text, "defaultFadeTime", options.defaultFadeTime);
+  options.nativeFormat = text.find("\"format\":\"native\"") != std::string_view::npos;
+  ReadJsonString(text, "wwiseProject", options.wwiseProject);
   return options;
 }
 

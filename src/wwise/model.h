@@ -88,6 +88,7 @@ struct WwiseMusicSegment {
   std::string shortId;
   std::string name;
   double duration = 0.0;
+  double startTime = 0.0;  // the cluster's start in the project, ms
   double tempo = 120.0;
   int32_t timeSignatureNumerator = 4;
   int32_t timeSignatureDenominator = 4;
@@ -118,6 +119,7 @@ struct WwiseMusicContainer {
   std::string shortId;
   std::string name;
   ContainerType type = ActorMixer;
+  GroupType groupType = OtherGroup;  // the group it was made from
   std::vector<std::string> children;  // segment and container GUIDs, in the group's order
   std::string switchGroup;
   std::string defaultSwitch;
@@ -157,6 +159,9 @@ struct ExportOptions {
   FadeCurve defaultFadeCurve = Linear;
   std::string eventPrefix = "Play_";
   std::string segmentSuffix;
+  // Work Units in Wwise's own format, for the project at `wwiseProject`.
+  bool nativeFormat = false;
+  std::string wwiseProject;
 };
 
 struct WwiseProjectData {

@@ -175,6 +175,7 @@ WwiseProjectData TransformToWwise(const V2Schema& schema, const ExportOptions& o
     segment.shortId = GenerateShortId();
     segment.name = cluster.name;
     segment.duration = (cluster.endTime - cluster.startTime) * 1000.0;
+    segment.startTime = cluster.startTime * 1000.0;
     // Cue times are the schema's times scaled, not made relative to the start.
     if (cluster.entryPoint >= 0) segment.cues.push_back({"Entry", cluster.entryPoint * 1000.0});
     if (cluster.exitPoint >= 0) segment.cues.push_back({"Exit", cluster.exitPoint * 1000.0});
@@ -196,6 +197,7 @@ WwiseProjectData TransformToWwise(const V2Schema& schema, const ExportOptions& o
     container.shortId = GenerateShortId();
     container.name = group.name;
     container.type = ContainerTypeOf(group.type);
+    container.groupType = group.type;
     for (const std::string& child : group.childGuids) {
       if (const std::string* segment = Find(segmentOf, child)) {
         container.children.push_back(*segment);

@@ -17,12 +17,15 @@
 #include <vector>
 
 #include "host/api_frame.h"
+#include "host/files.h"
 #include "host/reaper_api.h"
 #include "host/version.h"
 #include "json/json_text.h"
 #include "wwise/export.h"
 #include "wwise/export_options.h"
 #include "wwise/model.h"
+#include "wwise/native/native_export.h"
+#include "wwise/native/project_reader.h"
 #include "wwise/preview_json.h"
 #include "wwise/schema.h"
 #include "wwise/transform.h"
@@ -150,10 +153,66 @@ const char* TransformSchema(const char* schema_json) {
                  ",\"events\":" + std::to_string(g_currentProject.events.size()) + "}");
 }
 
+// The Wwise project a native export is made for, read; false with the
+// message set when it cannot be used.
+bool ReadWwiseProject(const ExportOptions& options, Native::ProjectInfo& project, std::string& error) {
+  if (options.wwiseProject.empty()) {
+    error = "Wwise project required for native export";
+    return false;
+  }
+  return Native::ReadProject(options.wwiseProject, project, error);
+}
+
+// ,"format":"native","warnings":[...],"renamed":[{"type","from","to"}...]
+void AppendNativeReport(std::string& json, const Native::NativeExport& result) {
+  using ZOLVA::Json::AppendString;
+  json += ",\"format\":\"native\",\"warnings\":[";
+  for (size_t i = 0; i < result.warnings.size(); ++i) {
+    if (i > 0) json += ',';
+    AppendString(json, result.warnings[i]);
+  }
+  json += "],\"renamed\":[";
+  for (size_t i = 0; i < result.renamed.size(); ++i) {
+    json += i > 0 ? ",{\"type\":" : "{\"type\":";
+    AppendString(json, result.renamed[i].type);
+    json += ",\"from\":";
+    AppendString(json, result.renamed[i].from);
+    json += ",\"to\":";
+    AppendString(json, result.renamed[i].to);
+    json += '}';
+  }
+  json += ']';
+}
+
 const char* PreviewExport(const char* options_json) {
   const Lock lock(g_stateMutex);
   if (!g_hasProjectData) return Fail(kNoProjectData);
-  return Publish(Export::PreviewExportJson(g_currentProject, ParseExportOptions(options_json)));
+  const ExportOptions options = ParseExportOptions(options_json);
+  std::string json = Export::PreviewExportJson(g_currentProject, options);
+  if (!options.nativeFormat) return Publish(std::move(json));
+  Native::ProjectInfo project;
+  std::string error;
+  if (!ReadWwiseProject(options, project, error)) return Fail(error);
+  const Native::NativeExport result = Native::BuildNativeExport(g_currentProject, options, project);
+  // The preview object, then what would be written, relative to the output folder.
+  json.pop_back();
+  json += ",\"files\":[";
+  bool first = true;
+  for (const auto& file : result.files) {
+    json += first ? "" : ",";
+    first = false;
+    ZOLVA::Json::AppendString(json, file.relativePath);
+  }
+  json += "],\"audioFiles\":[";
+  first = true;
+  for (const auto& audio : result.audio) {
+    json += first ? "" : ",";
+    first = false;
+    ZOLVA::Json::AppendString(json, audio.relativePath);
+  }
+  json += ']';
+  AppendNativeReport(json, result);
+  return Publish(json + "}");
 }
 
 const char* GenerateWorkUnits(const char* output_path, const char* options_json) {
@@ -162,7 +221,20 @@ const char* GenerateWorkUnits(const char* output_path, const char* options_json)
   if (!g_hasProjectData) return Fail(kNoProjectData);
   ExportOptions options = ParseExportOptions(options_json);
   options.outputPath = output_path;
-  const Export::ExportResult result = Export::GenerateWWU(g_currentProject, options);
+  Export::ExportResult result;
+  Native::NativeExport native;
+  if (options.nativeFormat) {
+    Native::ProjectInfo project;
+    if (!ReadWwiseProject(options, project, result.error)) return Fail(result.error);
+    if (ZOLVA::Files::SameFolder(options.outputPath, project.folder)) {
+      return Fail("Output path is the Wwise project's own folder; export elsewhere and copy the folders in: " +
+                  options.outputPath);
+    }
+    native = Native::BuildNativeExport(g_currentProject, options, project);
+    result.success = Native::WriteNativeExport(native, options.outputPath, options.copyAudioFiles, result.files, result.error);
+  } else {
+    result = Export::GenerateWWU(g_currentProject, options);
+  }
   if (!result.success) return Fail(result.error);
   size_t transitions = 0;
   for (const WwiseMusicContainer& container : g_currentProject.containers) transitions += container.transitions.size();
@@ -174,8 +246,9 @@ const char* GenerateWorkUnits(const char* output_path, const char* options_json)
   json += "],\"segments_created\":" + std::to_string(g_currentProject.segments.size());
   json += ",\"containers_created\":" + std::to_string(g_currentProject.containers.size());
   json += ",\"transitions_created\":" + std::to_string(transitions);
-  json += ",\"events_created\":" + std::to_string(g_currentProject.events.size()) + "}";
-  return Publish(std::move(json));
+  json += ",\"events_created\":" + std::to_string(g_currentProject.events.size());
+  if (options.nativeFormat) AppendNativeReport(json, native);
+  return Publish(json + "}");
 }
 
 const char* GenerateTransitions() {

@@ -8,10 +8,10 @@
 //   set|expect host K=v ...                logs, counters and settings of the simulated host
 //   set|expect matrix 1:-1,2 3:1            render matrix rows: region number:track numbers
 //   delete I1                              removes an item from the project
-//   file <path> ["text"] | remove <path>   a file below the resource folder
+//   file <path> ["text"|@doc] | remove <path>  a file below the resource folder (a quoted path may hold blanks)
 //   expect file "path" @doc|"text"|nil      a written file below the resource folder: as expected (the
 //                                           whole of expected/<doc>), or absent
-//   xmllint "path"                          the file is well-formed XML
+//   xmllint "path" [schema]                 the file is well-formed XML [and valid against expected/<schema>]
 //   run | reload | unload                  the "ZOLVA: Run" action | unload and load again | unload only
 //                                           (the vararg entries stay callable)
 //   ZOLVA_Name(arg, ...) [== result, ...]   a call, and what it returns then its outputs
@@ -215,7 +215,9 @@ void Apply(Script& sc, bool set, const std::string& object, const std::string& r
 }
 
 void Call(Script& sc, const std::string& line) {
-  const size_t open = line.find('('), close = line.rfind(')'), arrow = line.find("==", close);
+  // The call ends at ") ==", so that an expected text may hold parentheses.
+  const size_t open = line.find('('), called = line.find(") =="), close = called != std::string::npos ? called : line.rfind(')');
+  const size_t arrow = line.find("==", close);
   const std::string inner = line.substr(open + 1, close - open - 1);
   Values args;
   for (size_t at = 0; inner.find_first_not_of(", ", at) != std::string::npos;) args.push_back(Literal(sc, inner, at));
@@ -260,7 +262,14 @@ void ExpectFile(Script& sc, const std::string& rest) {
 void Line(Script& sc, const std::string& line) {
   std::istringstream words(line);
   std::string verb, name, rest, track, guid;
-  words >> verb >> name;
+  words >> verb;
+  // A quoted name may hold blanks (a path such as "Master-Mixer Hierarchy/x").
+  if (size_t at = line.find_first_not_of(' ', verb.size()); verb == "file" && at != std::string::npos && line[at] == '"') {
+    name = std::get<std::string>(Literal(sc, line, at));
+    words.str(line.substr(at));
+  } else {
+    words >> name;
+  }
   const std::filesystem::path file = sim::Utf8Path(sc.host.resourcePath) / sim::Utf8Path(name);
   double a = 0, b = 0;
   int number = 0;
@@ -284,13 +293,18 @@ void Line(Script& sc, const std::string& line) {
     std::filesystem::create_directories(file.parent_path());
     std::getline(words, rest);
     size_t at = 0;
-    std::ofstream(file, std::ios::binary) << (rest.find('"') != std::string::npos ? std::get<std::string>(Literal(sc, rest, at)) : "-- interface\n");
+    std::ofstream(file, std::ios::binary) << (rest.find_first_of("\"@") != std::string::npos ? std::get<std::string>(Literal(sc, rest, at)) : "-- interface\n");
     return;
   } else if (verb == "expect" && name == "file") {
     return ExpectFile(sc, line.substr(line.find("file") + 4));
   } else if (verb == "xmllint") {
     size_t at = 7;
-    const std::string command = "xmllint --noout '" + sc.host.resourcePath + "/" + std::get<std::string>(Literal(sc, line, at)) + "'";
+    const std::string path = std::get<std::string>(Literal(sc, line, at));
+    std::string schema;
+    std::istringstream(line.substr(at)) >> schema;
+    const std::string command = "xmllint --noout " +
+                                (schema.empty() ? "" : "--schema '" ZOLVA_E2E_DATA "/expected/" + schema + "' ") + "'" +
+                                sc.host.resourcePath + "/" + path + "'";
 #ifdef _WIN32
     // No xmllint under Windows (Wine): the XML check runs in the Linux and macOS builds only.
     std::printf("[   NOTE   ] %s: xmllint not run on Windows: %s\n", sc.where.c_str(), command.c_str());

@@ -1,0 +1,84 @@
+#include "wwise/native/elements.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "wwise/transform.h"
+
+namespace ZOLVA_Wwise::Native {
+
+std::string Identifiers::Guid() const { return Schema::GenerateWwiseGUID(); }
+
+uint32_t Identifiers::ShortId() {
+  for (;;) {
+    const uint32_t value = static_cast<uint32_t>(std::stoul(Schema::GenerateShortId())) & 0x3FFFFFFFu;
+    if (value != 0 && used_.insert(value).second) return value;
+  }
+}
+
+std::string FormatReal(double value) {
+  char text[32];
+  const auto result = std::to_chars(text, text + sizeof text, value, std::chars_format::general, 15);
+  return std::string(text, result.ptr);
+}
+
+Node Object(Document& doc, std::string_view element, const std::string& name, const std::string& id) {
+  const Node node = doc.Element(element);
+  doc.Attribute(node, "Name", name).Attribute(node, "ID", id);
+  return node;
+}
+
+Node Object(Document& doc, std::string_view element, const std::string& name, const std::string& id,
+            Identifiers& ids) {
+  const Node node = Object(doc, element, name, id);
+  doc.Attribute(node, "ShortID", std::to_string(ids.ShortId()));
+  return node;
+}
+
+void PropertyList(Document& doc, Node parent, std::vector<Property> properties) {
+  if (properties.empty()) return;
+  std::sort(properties.begin(), properties.end(),
+            [](const Property& a, const Property& b) { return a.name < b.name; });
+  const Node list = doc.Element(parent, "PropertyList");
+  for (Property& property : properties) {
+    const Node node = doc.Element(list, "Property");
+    doc.Attribute(node, "Name", std::string(property.name))
+        .Attribute(node, "Type", std::string(property.type))
+        .Attribute(node, "Value", std::move(property.value));
+  }
+}
+
+void ObjectRef(Document& doc, Node parent, const ProjectObject& target) {
+  const Node node = doc.Element(parent, "ObjectRef");
+  doc.Attribute(node, "Name", target.name).Attribute(node, "ID", target.id).Attribute(node, "WorkUnitID", target.workUnitId);
+}
+
+void ObjectReference(Document& doc, Node parent, std::string_view name, const ProjectObject& target) {
+  const Node reference = doc.Element(parent, "Reference");
+  if (!name.empty()) doc.Attribute(reference, "Name", std::string(name));
+  doc.Attribute(reference, "CompanyID", "4095").Attribute(reference, "PluginID", "65535").Attribute(reference, "PluginType", "15");
+  ObjectRef(doc, reference, target);
+}
+
+Node CustomReference(Document& doc, Node referenceList, std::string_view name) {
+  const Node reference = doc.Element(referenceList, "Reference");
+  doc.Attribute(reference, "Name", std::string(name));
+  return doc.Element(reference, "Custom");
+}
+
+Node LocalEntry(Document& doc, Node objectList) { return doc.Element(doc.Element(objectList, "Reference"), "Local"); }
+
+WorkUnitFrame WorkUnit(Document& doc, std::string_view category, const std::string& name, const std::string& id,
+                       int schemaVersion) {
+  WorkUnitFrame frame;
+  frame.document = doc.Element("WwiseDocument");
+  doc.Attribute(frame.document, "Type", "WorkUnit").Attribute(frame.document, "ID", id);
+  doc.Attribute(frame.document, "SchemaVersion", std::to_string(schemaVersion));
+  frame.workUnit = Object(doc, "WorkUnit", name, id);
+  doc.Attribute(frame.workUnit, "PersistMode", "Standalone");
+  doc.Attach(doc.Element(frame.document, category), frame.workUnit);
+  return frame;
+}
+
+}  // namespace ZOLVA_Wwise::Native

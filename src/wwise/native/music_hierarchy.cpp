@@ -1,0 +1,622 @@
+#include "wwise/native/music_hierarchy.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "host/files.h"
+#include "wwise/native/names.h"
+
+namespace ZOLVA_Wwise::Native {
+namespace {
+
+constexpr size_t kNone = std::numeric_limits<size_t>::max();
+
+enum class Kind { Playlist, Switch, Layers, Folder };
+
+// Playlist item play modes and loop counts.
+constexpr int kSequenceContinuous = 0;
+constexpr int kRandomStep = 3;
+constexpr int kLoopForever = 0;
+
+struct Child {
+  bool isSegment;
+  size_t index;  // into the model's segments or containers
+};
+
+struct Plan {
+  Kind kind = Kind::Folder;
+  int playMode = kSequenceContinuous;
+  size_t parent = kNone;  // the container whose object holds this one's object
+  size_t host = kNone;    // the playlist this one is a group of items in
+  size_t top = kNone;     // the container whose object this one is or is part of
+  std::vector<Child> children;
+};
+
+// Where a transition or stinger of a container goes.
+struct Moves {
+  std::vector<std::vector<const WwiseTransition*>> transitions;
+  std::vector<std::vector<const WwiseStinger*>> stingers;
+};
+
+int ExitSourceAt(TransitionType type) {
+  switch (type) {
+    case Immediate: return 0;
+    case NextGrid: return 1;
+    case NextBar: return 2;
+    case NextBeat: return 3;
+    case NextCue: return 4;
+    case ExitCue: return 7;
+    default: return 0;  // entry cue and cross-fade leave at once
+  }
+}
+
+const char* TransitionName(TransitionType type) {
+  static constexpr const char* kNames[] = {"immediate", "nextGrid", "nextBar",  "nextBeat",
+                                           "nextCue",   "exitCue",  "entryCue", "crossFade"};
+  return type >= 0 && type <= CrossFade ? kNames[type] : "unknown";
+}
+
+// Wwise's fade curves by name; two of the schema's curves have no equal and
+// take the nearest.
+struct Curve {
+  int value;
+  const char* nearest;  // set when approximated
+};
+Curve WwiseCurve(FadeCurve curve) {
+  switch (curve) {
+    case SCurve: return {5, nullptr};
+    case Log1: return {2, nullptr};   // Log1.41
+    case Log2: return {2, "Log1.41"};
+    case Log3: return {0, nullptr};
+    case Exp1: return {6, nullptr};   // Exp1.41
+    case Exp2: return {6, "Exp1.41"};
+    case Exp3: return {8, nullptr};
+    default: return {4, nullptr};     // Linear
+  }
+}
+
+class Builder {
+ public:
+  Builder(const WwiseProjectData& model, const MusicWorkUnit& unit, Identifiers& ids, GameSyncs& syncs,
+          NativeExport& report)
+      : model_(model), unit_(unit), ids_(ids), syncs_(syncs), report_(report) {}
+
+  MusicHierarchy Build() {
+    Index();
+    PlanContainers();
+    MoveConnections();
+    NameObjects();
+    const WorkUnitFrame frame = WorkUnit(doc_, "InteractiveMusic", unit_.name, unit_.id, unit_.schemaVersion);
+    BuildObjects();
+    // The top level: loose segments, then every container no other holds.
+    std::vector<Node> top;
+    for (size_t s = 0; s < model_.segments.size(); ++s) {
+      if (segmentOwner_[s] == kNone) top.push_back(segmentNodes_[s]);
+    }
+    for (size_t c = 0; c < plans_.size(); ++c) {
+      if (plans_[c].parent == kNone && plans_[c].host == kNone) top.push_back(containerNodes_[c]);
+    }
+    if (!top.empty()) {
+      const Node list = doc_.Element(frame.workUnit, "ChildrenList");
+      for (const Node node : top) doc_.Attach(list, node);
+    }
+    MusicHierarchy result;
+    result.document = doc_.Write(frame.document);
+    for (size_t c = 0; c < plans_.size(); ++c) {
+      if (plans_[c].kind != Kind::Folder) result.playable[model_.containers[c].guid] = objects_.at(model_.containers[c].guid);
+    }
+    return result;
+  }
+
+ private:
+  const std::string& Clean(const std::string& name) {
+    auto [it, added] = cleaned_.try_emplace(name);
+    if (added) {
+      bool changed = false;
+      it->second = CleanText(name, changed);
+      if (changed) report_.Warn("Characters Wwise cannot read were left out of the name \"" + it->second + "\"");
+    }
+    return it->second;
+  }
+
+  void Index() {
+    for (size_t s = 0; s < model_.segments.size(); ++s) segmentIndex_.emplace(model_.segments[s].guid, s);
+    for (size_t c = 0; c < model_.containers.size(); ++c) containerIndex_.emplace(model_.containers[c].guid, c);
+    segmentOwner_.assign(model_.segments.size(), kNone);
+  }
+
+  // Kinds, owners and hosts, in model order: a group comes after every group
+  // it holds, so a child's kind is known when its parent claims it.
+  void PlanContainers() {
+    plans_.resize(model_.containers.size());
+    for (size_t c = 0; c < plans_.size(); ++c) {
+      const WwiseMusicContainer& container = model_.containers[c];
+      Plan& plan = plans_[c];
+      switch (container.type) {
+        case PlaylistContainer: plan.kind = Kind::Playlist; break;
+        case RandomSequence:
+          plan.kind = Kind::Playlist;
+          plan.playMode = kRandomStep;
+          break;
+        case SwitchContainer: plan.kind = Kind::Switch; break;
+        case BlendContainer: plan.kind = LayersPossible(container) ? Kind::Layers : Kind::Playlist; break;
+        default:
+          plan.kind = Kind::Folder;
+          report_.Warn("Group \"" + Clean(container.name) + "\" has no music type: written as a folder");
+      }
+      if (container.type == BlendContainer && plan.kind == Kind::Playlist) {
+        report_.Warn("Vertical group \"" + Clean(container.name) +
+                     "\" holds other groups: written as a sequence playlist, its layers play one after another");
+      }
+      for (const std::string& guid : container.children) Claim(c, guid);
+    }
+    // Outermost first, so that a host's top is known before its guests'.
+    for (size_t c = plans_.size(); c-- > 0;) {
+      plans_[c].top = plans_[c].host == kNone ? c : plans_[plans_[c].host].top;
+    }
+  }
+
+  bool LayersPossible(const WwiseMusicContainer& container) const {
+    if (container.children.empty()) return false;
+    std::unordered_set<size_t> seen;
+    for (const std::string& guid : container.children) {
+      const auto it = segmentIndex_.find(guid);
+      if (it == segmentIndex_.end() || segmentOwner_[it->second] != kNone || !seen.insert(it->second).second) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  void Claim(size_t c, const std::string& guid) {
+    Plan& plan = plans_[c];
+    const std::string& name = model_.containers[c].name;
+    if (const auto it = segmentIndex_.find(guid); it != segmentIndex_.end()) {
+      const size_t s = it->second;
+      if (segmentOwner_[s] == kNone) {
+        segmentOwner_[s] = c;
+      } else if (segmentOwner_[s] != c) {
+        report_.Warn("Cluster \"" + Clean(model_.segments[s].name) + "\" is already in group \"" +
+                     Clean(model_.containers[segmentOwner_[s]].name) + "\": left out of \"" + Clean(name) + "\"");
+        return;
+      }
+      plan.children.push_back({true, s});  // a playlist may play a segment twice
+      return;
+    }
+    const auto it = containerIndex_.find(guid);
+    if (it == containerIndex_.end()) return;
+    const size_t k = it->second;
+    Plan& child = plans_[k];
+    if (child.parent != kNone || child.host != kNone) {
+      report_.Warn("Group \"" + Clean(model_.containers[k].name) + "\" is already in another group: left out of \"" +
+                   Clean(name) + "\"");
+      return;
+    }
+    const bool playlistGuest = plan.kind == Kind::Playlist && child.kind == Kind::Playlist;
+    const bool fits = plan.kind == Kind::Folder || (plan.kind == Kind::Switch && child.kind != Kind::Folder) ||
+                      (plan.kind == Kind::Playlist && child.kind == Kind::Layers) || playlistGuest;
+    if (!fits) {
+      report_.Warn("Group \"" + Clean(model_.containers[k].name) + "\" cannot be placed inside \"" + Clean(name) +
+                   "\" in Wwise" + (plan.kind == Kind::Playlist ? " (a playlist holds segments only)" : "") +
+                   ": written at the top level");
+      return;
+    }
+    (playlistGuest ? child.host : child.parent) = c;
+    plan.children.push_back({false, k});
+  }
+
+  // Transitions and stingers go to the object that plays their container:
+  // a playlist group's to its playlist, a layered segment's transitions to
+  // the container above it. Folders play nothing.
+  void MoveConnections() {
+    moves_.transitions.resize(plans_.size());
+    moves_.stingers.resize(plans_.size());
+    for (size_t c = 0; c < plans_.size(); ++c) {
+      const WwiseMusicContainer& container = model_.containers[c];
+      const Plan& plan = plans_[c];
+      size_t transitionHolder = plan.top, stingerHolder = plan.top;
+      if (plan.kind == Kind::Layers) {
+        transitionHolder = plan.parent == kNone ? kNone : plans_[plan.parent].top;
+        if (transitionHolder != kNone && plans_[transitionHolder].kind == Kind::Folder) transitionHolder = kNone;
+      }
+      if (plan.kind == Kind::Folder) transitionHolder = stingerHolder = kNone;
+      if (!container.transitions.empty() && transitionHolder == kNone) {
+        report_.Warn(std::to_string(container.transitions.size()) + " transition(s) of group \"" +
+                     Clean(container.name) + "\" have no music container to live in: left out");
+      }
+      if (!container.stingers.empty() && stingerHolder == kNone) {
+        report_.Warn(std::to_string(container.stingers.size()) + " stinger(s) of group \"" + Clean(container.name) +
+                     "\" have no music object to live in: left out");
+      }
+      for (const WwiseTransition& t : container.transitions) {
+        if (transitionHolder != kNone) moves_.transitions[transitionHolder].push_back(&t);
+      }
+      for (const WwiseStinger& s : container.stingers) {
+        if (stingerHolder != kNone) moves_.stingers[stingerHolder].push_back(&s);
+      }
+    }
+  }
+
+  // What a reference to each model GUID names once the objects are made.
+  void NameObjects() {
+    for (size_t s = 0; s < model_.segments.size(); ++s) {
+      const WwiseMusicSegment& segment = model_.segments[s];
+      const size_t owner = segmentOwner_[s];
+      objects_[segment.guid] = owner != kNone && plans_[owner].kind == Kind::Layers
+                                   ? Reference(model_.containers[owner])
+                                   : ProjectObject{Clean(segment.name), segment.guid, unit_.id};
+    }
+    for (size_t c = 0; c < plans_.size(); ++c) {
+      objects_[model_.containers[c].guid] = Reference(model_.containers[plans_[c].top]);
+    }
+  }
+
+  ProjectObject Reference(const WwiseMusicContainer& container) {
+    return {Clean(container.name), container.guid, unit_.id};
+  }
+
+  // Segments first (loose or held), then containers in model order, so that
+  // each object's children exist when it is made.
+  void BuildObjects() {
+    segmentNodes_.assign(model_.segments.size(), kNone);
+    for (size_t s = 0; s < model_.segments.size(); ++s) {
+      const size_t owner = segmentOwner_[s];
+      if (owner != kNone && plans_[owner].kind == Kind::Layers) continue;
+      const WwiseMusicSegment& segment = model_.segments[s];
+      segmentNodes_[s] = Segment(Clean(segment.name), segment.guid, segment.startTime, {&segment}, {});
+    }
+    containerNodes_.assign(plans_.size(), kNone);
+    playlistGroups_.assign(plans_.size(), kNone);
+    for (size_t c = 0; c < plans_.size(); ++c) {
+      const WwiseMusicContainer& container = model_.containers[c];
+      const Plan& plan = plans_[c];
+      if (plan.kind == Kind::Layers) {
+        std::vector<const WwiseMusicSegment*> layers;
+        double start = std::numeric_limits<double>::infinity();
+        for (const Child& child : plan.children) {
+          layers.push_back(&model_.segments[child.index]);
+          start = std::min(start, layers.back()->startTime);
+        }
+        containerNodes_[c] = Segment(Clean(container.name), container.guid, start, layers, moves_.stingers[c]);
+        continue;
+      }
+      if (plan.kind == Kind::Playlist) playlistGroups_[c] = PlaylistGroup(c);
+      if (plan.host != kNone) continue;  // a group of its host's playlist
+      containerNodes_[c] = Container(c);
+    }
+  }
+
+  Node Segment(const std::string& name, const std::string& guid, double start,
+               const std::vector<const WwiseMusicSegment*>& layers, const std::vector<const WwiseStinger*>& stingers) {
+    const Node node = Object(doc_, "MusicSegment", name, guid, ids_);
+    double end = start;
+    for (const WwiseMusicSegment* layer : layers) end = std::max(end, layer->startTime + std::max(0.0, layer->duration));
+    if (layers.size() == 1 && layers[0]->duration < 0) {
+      report_.Warn("Cluster \"" + name + "\" ends before it starts: written with no length");
+    }
+    const double length = end - start;
+    PropertyList(doc_, node, {Real64("EndPosition", length)});
+    const Node references = doc_.Element(node, "ReferenceList");
+    ObjectReference(doc_, references, "OutputBus", unit_.masterBus);
+    bool anyTrack = false;
+    for (const WwiseMusicSegment* layer : layers) anyTrack = anyTrack || !layer->tracks.empty();
+    if (anyTrack) {
+      const Node tracks = doc_.Element(node, "ChildrenList");
+      for (const WwiseMusicSegment* layer : layers) {
+        for (const WwiseMusicTrack& track : layer->tracks) {
+          doc_.Attach(tracks, Track(track, layer->startTime - start, std::max(0.0, layer->duration)));
+        }
+      }
+    }
+    // Cues: the first layer's entry and exit, made relative to the segment.
+    const WwiseMusicSegment& first = *layers.front();
+    double entry = 0.0, exit = length;
+    for (const WwiseCue& cue : first.cues) {
+      if (cue.name == "Entry") entry = CueTime(name, "Entry", cue.time - start, length);
+      if (cue.name == "Exit") exit = CueTime(name, "Exit", cue.time - start, length);
+    }
+    const Node lists = doc_.Element(node, "ObjectLists");
+    const Node cues = doc_.Element(lists, "ObjectList");
+    doc_.Attribute(cues, "Name", "Cues");
+    const Node entryCue = Object(doc_, "MusicCue", "Entry Cue", ids_.Guid());
+    doc_.Attach(LocalEntry(doc_, cues), entryCue);
+    if (entry != 0.0) PropertyList(doc_, entryCue, {Real64("TimeMs", entry)});
+    const Node exitCue = Object(doc_, "MusicCue", "Exit Cue", ids_.Guid());
+    doc_.Attach(LocalEntry(doc_, cues), exitCue);
+    std::vector<Property> exitProperties{Int16("CueType", 1)};
+    if (exit != 0.0) exitProperties.push_back(Real64("TimeMs", exit));
+    PropertyList(doc_, exitCue, std::move(exitProperties));
+    Stingers(lists, stingers);
+    return node;
+  }
+
+  double CueTime(const std::string& segment, const char* cue, double time, double length) {
+    const double clamped = std::clamp(time, 0.0, length);
+    if (clamped != time) {
+      report_.Warn(std::string(cue) + " cue of \"" + segment + "\" lies outside the segment: moved to " +
+                   FormatReal(clamped) + " ms");
+    }
+    return clamped;
+  }
+
+  // A track whose one clip covers the cluster's audio from its start.
+  Node Track(const WwiseMusicTrack& track, double playAt, double length) {
+    const Node node = Object(doc_, "MusicTrack", Clean(track.name), track.guid, ids_);
+    const Node references = doc_.Element(node, "ReferenceList");
+    ObjectReference(doc_, references, "OutputBus", unit_.masterBus);
+    TransitionRoot(references, {});
+    const std::string file = AudioFile(track.audioFile);
+    const std::string sourceName = file.substr(0, file.rfind('.'));
+    const std::string sourceId = ids_.Guid();
+    const Node source = Object(doc_, "AudioFileSource", sourceName, sourceId);
+    doc_.Attach(doc_.Element(node, "ChildrenList"), source);
+    doc_.Text(doc_.Element(source, "Language"), "SFX");
+    doc_.Text(doc_.Element(source, "AudioFile"), file);
+    const Node media = doc_.Element(doc_.Element(source, "MediaIDList"), "MediaID");
+    doc_.Attribute(media, "ID", std::to_string(ids_.ShortId()));
+    const Node sequences = doc_.Element(doc_.Element(node, "ObjectLists"), "ObjectList");
+    doc_.Attribute(sequences, "Name", "Sequences");
+    const Node sequence = Object(doc_, "MusicTrackSequence", "", ids_.Guid());
+    doc_.Attach(LocalEntry(doc_, sequences), sequence);
+    const Node clips = doc_.Element(doc_.Element(sequence, "ObjectLists"), "ObjectList");
+    doc_.Attribute(clips, "Name", "Clips");
+    const Node clip = Object(doc_, "MusicClip", sourceName, ids_.Guid());
+    doc_.Attach(LocalEntry(doc_, clips), clip);
+    std::vector<Property> properties{Real64("EndTrimOffset", length)};
+    if (playAt != 0.0) properties.push_back(Real64("PlayAt", playAt));
+    PropertyList(doc_, clip, std::move(properties));
+    const Node sourceRef = doc_.Element(clip, "AudioSourceRef");
+    doc_.Attribute(sourceRef, "Name", sourceName).Attribute(sourceRef, "ID", sourceId);
+    return node;
+  }
+
+  // The name of an audio file in Originals/SFX: its base name, made unique
+  // among the export's files; each source is copied once.
+  std::string AudioFile(const std::string& path) {
+    if (const auto it = audioNames_.find(path); it != audioNames_.end()) return it->second;
+    const size_t slash = ZOLVA::Files::LastSeparator(path);
+    bool changed = false;
+    std::string base = CleanText(slash == std::string::npos ? path : path.substr(slash + 1), changed);
+    if (base.empty()) base = "audio.wav";
+    const size_t dot = base.rfind('.');
+    const std::string stem = base.substr(0, dot), extension = dot == std::string::npos ? "" : base.substr(dot);
+    std::string name = base;
+    for (int n = 2; !usedAudioNames_.insert(name).second; ++n) name = stem + "_" + std::to_string(n) + extension;
+    if (name != base || changed) report_.Warn("Audio file \"" + path + "\" is written as \"" + name + "\"");
+    std::string lower = extension;
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](char ch) { return ch >= 'A' && ch <= 'Z' ? ch + 32 : ch; });
+    if (lower != ".wav") report_.Warn("Audio file \"" + name + "\" is not a WAV file: Wwise imports WAV files");
+    report_.audio.push_back({path, "Originals/SFX/" + name});
+    return audioNames_[path] = name;
+  }
+
+  // The item group a playlist-kind container plays: its segments as leaves,
+  // its playlist guests as groups of their own.
+  Node PlaylistGroup(size_t c) {
+    const Plan& plan = plans_[c];
+    const Node group = Object(doc_, "MusicPlaylistItem", "", ids_.Guid(), ids_);
+    std::vector<Property> properties;
+    if (plan.playMode != kSequenceContinuous) {
+      properties.push_back(Int16("PlayMode", plan.playMode));
+      // A random group on its own keeps choosing; inside a sequence it plays once.
+      if (plan.host == kNone && model_.containers[c].groupType == Random) properties.push_back(Int16("LoopCount", kLoopForever));
+    }
+    PropertyList(doc_, group, std::move(properties));
+    if (plan.children.empty()) return group;
+    const Node items = doc_.Element(group, "ChildrenList");
+    for (const Child& child : plan.children) {
+      if (!child.isSegment && plans_[child.index].kind == Kind::Playlist) {
+        doc_.Attach(items, playlistGroups_[child.index]);
+        continue;
+      }
+      const std::string& guid = child.isSegment ? model_.segments[child.index].guid : model_.containers[child.index].guid;
+      const Node leaf = Object(doc_, "MusicPlaylistItem", "", ids_.Guid(), ids_);
+      doc_.Attach(items, leaf);
+      PropertyList(doc_, leaf, {Int16("PlaylistItemType", 1)});
+      ObjectReference(doc_, doc_.Element(leaf, "ReferenceList"), "Segment", objects_.at(guid));
+    }
+    return group;
+  }
+
+  Node Container(size_t c) {
+    const WwiseMusicContainer& container = model_.containers[c];
+    const Plan& plan = plans_[c];
+    static constexpr const char* kElements[] = {"MusicPlaylistContainer", "MusicSwitchContainer", "", "Folder"};
+    const Node node = Object(doc_, kElements[static_cast<int>(plan.kind)], Clean(container.name), container.guid, ids_);
+    if (plan.kind != Kind::Folder) {
+      const Node references = doc_.Element(node, "ReferenceList");
+      ObjectReference(doc_, references, "OutputBus", unit_.masterBus);
+      if (plan.kind == Kind::Playlist) doc_.Attach(CustomReference(doc_, references, "PlaylistRoot"), playlistGroups_[c]);
+      TransitionRoot(references, moves_.transitions[c]);
+    }
+    // Children: this container's own, and those of the playlist groups it hosts.
+    std::vector<Node> children;
+    std::vector<size_t> pending{c};
+    while (!pending.empty()) {
+      const size_t at = pending.back();
+      pending.pop_back();
+      const auto& list = plans_[at].children;
+      for (auto it = list.rbegin(); it != list.rend(); ++it) {
+        if (it->isSegment) {
+          if (segmentOwner_[it->index] == at) children.push_back(segmentNodes_[it->index]);
+        } else if (plans_[it->index].host == at) {
+          pending.push_back(it->index);
+        } else {
+          children.push_back(containerNodes_[it->index]);
+        }
+      }
+    }
+    // Each object once, in the order the groups list them.
+    std::reverse(children.begin(), children.end());
+    std::unordered_set<Node> placed;
+    Node list = kNone;
+    for (const Node child : children) {
+      if (!placed.insert(child).second) continue;
+      if (list == kNone) list = doc_.Element(node, "ChildrenList");
+      doc_.Attach(list, child);
+    }
+    if (plan.kind == Kind::Folder) return node;
+    const Node lists = doc_.Element("ObjectLists");
+    if (plan.kind == Kind::Switch) SwitchLists(lists, c);
+    Stingers(lists, moves_.stingers[c]);
+    if (doc_.HasChildren(lists)) doc_.Attach(node, lists);
+    return node;
+  }
+
+  // The switch group it follows, and one entry per child: the child's name
+  // as the switch value; the default switch's child also as the wildcard.
+  void SwitchLists(Node lists, size_t c) {
+    const WwiseMusicContainer& container = model_.containers[c];
+    std::string groupName = container.switchGroup;
+    if (groupName.empty()) {
+      groupName = Clean(container.name) + "_Switch";
+      report_.Warn("Switch group \"" + Clean(container.name) + "\" names no Switch group: it follows \"" +
+                   WwiseIdentifier(groupName) + "\"");
+    }
+    const GameSyncGroup& group = syncs_.Group(groupName);
+    const ProjectObject groupRef{group.name, group.id, group.workUnitId};
+    const Node arguments = doc_.Element(lists, "ObjectList");
+    doc_.Attribute(arguments, "Name", "Arguments");
+    ObjectReference(doc_, arguments, "", groupRef);
+    const Node entries = doc_.Element(lists, "ObjectList");
+    doc_.Attribute(entries, "Name", "Entries");
+    auto entry = [&](const ProjectObject& child, const ProjectObject& path) {
+      const Node node = Object(doc_, "MultiSwitchEntry", "", ids_.Guid());
+      doc_.Attach(LocalEntry(doc_, entries), node);
+      ObjectReference(doc_, doc_.Element(node, "ReferenceList"), "AudioNode", child);
+      const Node pathList = doc_.Element(doc_.Element(node, "ObjectLists"), "ObjectList");
+      doc_.Attribute(pathList, "Name", "EntryPath");
+      ObjectReference(doc_, pathList, "", path);
+    };
+    bool defaultFound = container.defaultSwitch.empty();
+    std::unordered_set<std::string> done;
+    for (const Child& child : plans_[c].children) {
+      const std::string& guid = child.isSegment ? model_.segments[child.index].guid : model_.containers[child.index].guid;
+      const ProjectObject& object = objects_.at(guid);
+      if (!done.insert(object.id).second) continue;
+      const std::string& valueName =
+          child.isSegment ? model_.segments[child.index].name : model_.containers[child.index].name;
+      const std::optional<ProjectObject> value = syncs_.Value(group, Clean(valueName));
+      if (!value) {
+        report_.Warn("Switch group \"" + group.name + "\" has no value \"" + Clean(valueName) + "\": \"" +
+                     object.name + "\" gets no entry");
+        continue;
+      }
+      entry(object, *value);
+      if (!defaultFound && (container.defaultSwitch == valueName || WwiseIdentifier(container.defaultSwitch) == value->name)) {
+        entry(object, groupRef);  // the group itself: any other value
+        defaultFound = true;
+      }
+    }
+    if (!defaultFound) {
+      report_.Warn("Default switch \"" + Clean(container.defaultSwitch) + "\" of \"" + Clean(container.name) +
+                   "\" names none of its children: no default entry");
+    }
+  }
+
+  void Stingers(Node lists, const std::vector<const WwiseStinger*>& stingers) {
+    Node list = kNone;
+    for (const WwiseStinger* stinger : stingers) {
+      const auto segment = objects_.find(stinger->segmentId);
+      if (stinger->segmentId.empty() || segment == objects_.end()) {
+        report_.Warn("Stinger \"" + Clean(stinger->triggerEvent) + "\" plays no cluster: left out");
+        continue;
+      }
+      if (list == kNone) {
+        list = doc_.Element(lists, "ObjectList");
+        doc_.Attribute(list, "Name", "Stingers");
+      }
+      const Node node = Object(doc_, "MusicStinger", "", ids_.Guid());
+      doc_.Attach(LocalEntry(doc_, list), node);
+      const Node references = doc_.Element(node, "ReferenceList");
+      ObjectReference(doc_, references, "Segment", segment->second);
+      ObjectReference(doc_, references, "Trigger", syncs_.Trigger(Clean(stinger->triggerEvent)));
+    }
+  }
+
+  // The transition root: a folder holding the default any-to-any
+  // transition, then the group's own.
+  void TransitionRoot(Node references, const std::vector<const WwiseTransition*>& transitions) {
+    const Node root = Object(doc_, "MusicTransition", "Root", ids_.Guid());
+    doc_.Attach(CustomReference(doc_, references, "TransitionRoot"), root);
+    PropertyList(doc_, root, {Flag("IsFolder")});
+    if (!transitions.empty()) {
+      const Node children = doc_.Element(root, "ChildrenList");
+      const Node any = Object(doc_, "MusicTransition", "Transition", ids_.Guid());
+      doc_.Attach(children, any);
+      PropertyList(doc_, any, {Flag("PlayDestinationPreEntry"), Flag("PlaySourcePostExit")});
+      doc_.Element(any, "TransitionInfo");
+      for (const WwiseTransition* transition : transitions) Transition(children, *transition);
+    }
+    doc_.Element(root, "TransitionInfo");
+  }
+
+  void Transition(Node children, const WwiseTransition& transition) {
+    const Node node = Object(doc_, "MusicTransition", "Transition", ids_.Guid());
+    doc_.Attach(children, node);
+    const auto source = objects_.find(transition.sourceId), destination = objects_.find(transition.destinationId);
+    const bool hasSource = source != objects_.end(), hasDestination = destination != objects_.end();
+    const TransitionType type = transition.transitionType;
+    if (type == EntryCue || type > CrossFade || type < Immediate) {
+      report_.Warn(std::string("Transition type ") + TransitionName(type) +
+                   " has no Wwise equal: the source exits at once and the destination starts at its entry cue");
+    }
+    const double fade = std::min(transition.fadeOutTime, 60.0);
+    if (fade != transition.fadeOutTime) report_.Warn("Fade of " + FormatReal(transition.fadeOutTime) + " s shortened to Wwise's longest, 60 s");
+    if (type == CrossFade && !(fade > 0)) report_.Warn("Cross-fade transition without a fade time: written as a cut");
+    std::vector<Property> properties{Int16("ExitSourceAt", ExitSourceAt(type))};
+    if (hasSource) properties.push_back(Int16("SourceContextType", 2));
+    if (hasDestination) properties.push_back(Int16("DestinationContextType", 2));
+    if (fade > 0) {
+      properties.push_back(Flag("EnableSourceFadeOut"));
+      properties.push_back(Flag("EnableDestinationFadeIn"));
+    }
+    PropertyList(doc_, node, std::move(properties));
+    if (hasSource || hasDestination) {
+      const Node references = doc_.Element(node, "ReferenceList");
+      if (hasDestination) ObjectReference(doc_, references, "DestinationContextObject", destination->second);
+      if (hasSource) ObjectReference(doc_, references, "SourceContextObject", source->second);
+    }
+    const Node info = doc_.Element(node, "TransitionInfo");
+    if (!(fade > 0)) return;
+    const Curve out = WwiseCurve(transition.fadeOutCurve), in = WwiseCurve(transition.fadeInCurve);
+    if (out.nearest || in.nearest) {
+      report_.Warn(std::string("A fade curve with no Wwise equal is written as ") + (out.nearest ? out.nearest : in.nearest));
+    }
+    const Node fadeOut = Object(doc_, "MusicFade", "Source Fade-out", ids_.Guid());
+    doc_.Attach(doc_.Element(info, "SourceFadeOut"), fadeOut);
+    PropertyList(doc_, fadeOut, {Int16("FadeCurve", out.value), Real64("FadeTime", fade), Int16("FadeType", 1)});
+    const Node fadeIn = Object(doc_, "MusicFade", "Destination Fade-in", ids_.Guid());
+    doc_.Attach(doc_.Element(info, "DestinationFadeIn"), fadeIn);
+    PropertyList(doc_, fadeIn, {Int16("FadeCurve", in.value), Real64("FadeTime", std::min(transition.fadeInTime, 60.0))});
+  }
+
+  const WwiseProjectData& model_;
+  const MusicWorkUnit& unit_;
+  Identifiers& ids_;
+  GameSyncs& syncs_;
+  NativeExport& report_;
+  Document doc_;
+  std::unordered_map<std::string, size_t> segmentIndex_, containerIndex_;
+  std::unordered_map<std::string, std::string> cleaned_, audioNames_;
+  std::unordered_set<std::string> usedAudioNames_;
+  std::unordered_map<std::string, ProjectObject> objects_;
+  std::vector<size_t> segmentOwner_;
+  std::vector<Plan> plans_;
+  Moves moves_;
+  std::vector<Node> segmentNodes_, containerNodes_, playlistGroups_;
+};
+
+}  // namespace
+
+MusicHierarchy BuildMusicHierarchy(const WwiseProjectData& model, const MusicWorkUnit& unit, Identifiers& ids,
+                                   GameSyncs& syncs, NativeExport& report) {
+  return Builder(model, unit, ids, syncs, report).Build();
+}
+
+}  // namespace ZOLVA_Wwise::Native

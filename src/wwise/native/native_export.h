@@ -1,0 +1,26 @@
+// The native export: Work Units in the format Wwise itself saves, made for
+// one Wwise project, in the folders Wwise scans, so that copying the output
+// folders into the project adds them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "wwise/model.h"
+#include "wwise/native/project_reader.h"
+#include "wwise/native/report.h"
+
+namespace ZOLVA_Wwise::Native {
+
+// Every document and audio copy of the export, in memory: the music Work
+// Unit, then events and sound bank (as the options ask), then the Switch
+// groups and Triggers the project lacked.
+NativeExport BuildNativeExport(const WwiseProjectData& model, const ExportOptions& options, const ProjectInfo& project);
+
+// Writes the documents under `root` (and the audio, when `copyAudio`),
+// appending the paths written to `written`. False with `error` at the first
+// failure; an audio file that cannot be copied is a warning.
+bool WriteNativeExport(NativeExport& result, const std::string& root, bool copyAudio,
+                       std::vector<std::string>& written, std::string& error);
+
+}  // namespace ZOLVA_Wwise::Native

@@ -1,0 +1,244 @@
+// The native export checked the way Wwise reads a project: every reference
+// resolves, identifiers are unique, and each object has the shape of one
+// Wwise saved itself.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "wwise/model.h"
+#include "wwise/native/names.h"
+#include "wwise/native/native_export.h"
+#include "wwise/native/project_reader.h"
+#include "wwise/native/xml_scan.h"
+#include "wwise/schema.h"
+#include "wwise/transform.h"
+
+namespace ZOLVA_Wwise::Native {
+namespace {
+
+constexpr char kSwitches[] =
+    "<WwiseDocument Type=\"WorkUnit\" ID=\"{6984FCAC-A6E6-49E2-A79F-77BC288701F0}\"><Switches><WorkUnit>"
+    "<SwitchGroup Name=\"Mood\" ID=\"{9127B7FC-12D5-45F1-99E7-D9EC0CF8E8B1}\"><ChildrenList>"
+    "<Switch Name=\"Calm\" ID=\"{30D56DEF-DA40-45C9-A9EC-37FEBDF904E4}\"/></ChildrenList></SwitchGroup>"
+    "<StateGroup Name=\"Zone\" ID=\"{AF599241-DE64-4286-BB8B-B0260EE20B80}\"/>"
+    "<Switch Name=\"Stray\" ID=\"{7C400264-0402-4E47-930D-960FBDD8605B}\"/></WorkUnit></Switches></WwiseDocument>"
+    "<WwiseDocument Type=\"WorkUnit\" ID=\"{A74EEB4A-0805-4AFA-969C-53DCB862B550}\"><Bus Name=\"Master Audio Bus\" "
+    "ID=\"{1514A4D8-1DA6-412A-A17E-75CA0C2149F3}\"/><Trigger Name='Hit &amp; Run' ID='{25D1ACE1-D5FA-450D-826B-745E8B0838BB}'/>";
+
+ProjectInfo Project() {
+  ProjectInfo project;
+  project.schemaVersion = 119;
+  ReadWorkUnit(kSwitches, project);
+  return project;
+}
+
+constexpr char kSchema[] = R"({"projectName":"Deep","clusters":[
+  {"guid":"a","name":"A","parentGuid":"h","startTime":1,"endTime":3,"entryPoint":1.5,"audioFile":"/m/a.wav"},
+  {"guid":"b","name":"B","parentGuid":"v","startTime":2,"endTime":6,"audioFile":"/m/b.wav"},
+  {"guid":"c","name":"C","parentGuid":"v","startTime":4,"endTime":5,"audioFile":"/n/b.wav"},
+  {"guid":"d","name":"Calm","parentGuid":"s","startTime":0,"endTime":1,"audioFile":"/m/d.aif"}],
+ "groups":[{"guid":"v","name":"V","type":"vertical","childGuids":["b","c"]},
+  {"guid":"r","name":"R","type":"oneshot","childGuids":["a"]},
+  {"guid":"h","name":"H","type":"horizontal","childGuids":["r","v","a"]},
+  {"guid":"s","name":"S","type":"switch","switchGroup":"Mood","defaultSwitch":"Calm","childGuids":["d","h"]}],
+ "connections":[{"guid":"t","sourceGuid":"a","targetGuid":"b","transitionType":"nextBar","fadeTime":90},
+  {"guid":"u","sourceGuid":"b","targetGuid":"a","type":"stinger","triggerEvent":"Hit & Run"},
+  {"guid":"w","sourceGuid":"d","targetGuid":"h","transitionType":"exitCue","fadeTime":1,"fadeCurve":"exp2"}]})";
+
+NativeExport Export(const char* schemaJson, const ProjectInfo& project) {
+  V2Schema schema;
+  EXPECT_TRUE(Schema::ParseV2Schema(schemaJson, schema));
+  const ExportOptions options;
+  return BuildNativeExport(Schema::TransformToWwise(schema, options), options, project);
+}
+
+// An element as written: its attributes and the names of its children.
+struct Element {
+  std::string name, workUnit;
+  std::map<std::string, std::string> attributes;
+  std::vector<std::string> children;
+};
+
+std::vector<Element> Elements(const NativeExport& result) {
+  std::vector<Element> all;
+  for (const auto& file : result.files) {
+    std::string workUnit;
+    std::vector<size_t> open;
+    ScanTags(file.content, [&](const Tag& tag) {
+      if (tag.kind == Tag::End) return open.pop_back();
+      if (!open.empty()) all[open.back()].children.emplace_back(tag.name);
+      Element& element = all.emplace_back();
+      element.name = tag.name;
+      for (const auto& [name, value] : tag.attributes) element.attributes[std::string(name)] = value;
+      if (element.name == "WorkUnit") workUnit = element.attributes["ID"];
+      element.workUnit = workUnit;
+      if (tag.kind == Tag::Start) open.push_back(all.size() - 1);
+    });
+  }
+  return all;
+}
+
+TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
+  const ProjectInfo project = Project();
+  const NativeExport result = Export(kSchema, project);
+  const std::vector<Element> elements = Elements(result);
+  std::map<std::string, const Element*> defined;  // objects by ID
+  std::set<unsigned long> shortIds;
+  for (const Element& e : elements) {
+    const auto id = e.attributes.find("ID");
+    if (e.name == "ObjectRef" || e.name == "AudioSourceRef" || e.name == "WwiseDocument" || id == e.attributes.end()) {
+      continue;
+    }
+    if (e.name == "MediaID") {
+      EXPECT_TRUE(shortIds.insert(std::stoul(id->second)).second) << id->second;
+      continue;
+    }
+    EXPECT_TRUE(defined.emplace(id->second, &e).second) << "ID used twice: " << id->second;
+    EXPECT_TRUE(testing::internal::RE::FullMatch(id->second, "\\{[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\}")) << id->second;
+    if (const auto shortId = e.attributes.find("ShortID"); shortId != e.attributes.end()) {
+      const unsigned long value = std::stoul(shortId->second);
+      EXPECT_TRUE(value > 0 && value < (1ul << 30) && shortIds.insert(value).second) << shortId->second;
+    }
+  }
+  std::map<std::string, ProjectObject> external{{kMasterAudioBusId, {"Master Audio Bus", kMasterAudioBusId, project.masterBusWorkUnitId}}};
+  for (const GameSyncGroup& group : project.groups) {
+    external[group.id] = group;
+    for (const ProjectObject& value : group.values) external[value.id] = value;
+  }
+  for (const ProjectObject& trigger : project.triggers) external[trigger.id] = trigger;
+  size_t references = 0;
+  for (const Element& e : elements) {
+    if (e.name != "ObjectRef" && e.name != "AudioSourceRef") continue;
+    ++references;
+    const std::string& id = e.attributes.at("ID");
+    std::string name, workUnit;
+    if (const auto it = defined.find(id); it != defined.end()) {
+      name = it->second->attributes.at("Name"), workUnit = it->second->workUnit;
+    } else if (const auto out = external.find(id); out != external.end()) {
+      name = out->second.name, workUnit = out->second.workUnitId;
+    } else {
+      ADD_FAILURE() << "dangling " << e.name << " " << e.attributes.at("Name") << " " << id;
+      continue;
+    }
+    EXPECT_EQ(e.attributes.at("Name"), name) << id;
+    if (e.name == "ObjectRef") {
+      EXPECT_EQ(e.attributes.at("WorkUnitID"), workUnit) << id;
+    }
+  }
+  EXPECT_GT(references, 20u);
+  // The layers share one segment; the existing group and trigger are used, not made again.
+  EXPECT_EQ(result.files.size(), 3u);
+  EXPECT_EQ(result.audio.size(), 4u);
+  std::map<std::string, std::string> audio;
+  for (const auto& file : result.audio) audio[file.source] = file.relativePath;
+  EXPECT_EQ(audio["/n/b.wav"], "Originals/SFX/b_2.wav");  // a second b.wav from another folder
+}
+
+// Wwise-saved objects: their attributes, the order of their parts, and the
+// type of each property.
+TEST(NativeExport, ObjectsHaveTheShapeWwiseSaves) {
+  struct Shape {
+    const char* element;
+    std::set<std::string> attributes;
+    std::vector<std::string> order;  // children, in this order where present
+  };
+  const Shape shapes[] = {
+      {"MusicSegment", {"Name", "ID", "ShortID"}, {"PropertyList", "ReferenceList", "ChildrenList", "ObjectLists"}},
+      {"MusicPlaylistContainer", {"Name", "ID", "ShortID"}, {"ReferenceList", "ChildrenList", "ObjectLists"}},
+      {"MusicSwitchContainer", {"Name", "ID", "ShortID"}, {"ReferenceList", "ChildrenList", "ObjectLists"}},
+      {"MusicTrack", {"Name", "ID", "ShortID"}, {"ReferenceList", "ChildrenList", "ObjectLists"}},
+      {"AudioFileSource", {"Name", "ID"}, {"Language", "AudioFile", "MediaIDList"}},
+      {"MusicClip", {"Name", "ID"}, {"PropertyList", "AudioSourceRef"}},
+      {"MusicPlaylistItem", {"Name", "ID", "ShortID"}, {"PropertyList", "ReferenceList", "ChildrenList"}},
+      {"MusicTransition", {"Name", "ID"}, {"PropertyList", "ReferenceList", "ChildrenList", "TransitionInfo"}},
+      {"MusicCue", {"Name", "ID"}, {"PropertyList"}},
+      {"MusicStinger", {"Name", "ID"}, {"ReferenceList"}},
+      {"MultiSwitchEntry", {"Name", "ID"}, {"ReferenceList", "ObjectLists"}},
+      {"Event", {"Name", "ID"}, {"ChildrenList"}},
+      {"Action", {"Name", "ID", "ShortID"}, {"PropertyList", "ReferenceList"}},
+      {"SoundBank", {"Name", "ID"}, {"ObjectInclusionList", "ObjectExclusionList", "GameSyncExclusionList"}},
+      {"WorkUnit", {"Name", "ID", "PersistMode"}, {"ChildrenList"}},
+      {"ObjectRef", {"Name", "ID", "WorkUnitID"}, {}},
+  };
+  const std::map<std::string, std::string> propertyTypes = {
+      {"EndPosition", "Real64"},    {"CueType", "int16"},  {"TimeMs", "Real64"},     {"PlaylistItemType", "int16"},
+      {"PlayMode", "int16"},        {"LoopCount", "int16"}, {"ExitSourceAt", "int16"}, {"SourceContextType", "int16"},
+      {"DestinationContextType", "int16"}, {"EnableSourceFadeOut", "bool"}, {"EnableDestinationFadeIn", "bool"},
+      {"FadeCurve", "int16"},       {"FadeTime", "Real64"}, {"FadeType", "int16"},     {"IsFolder", "bool"},
+      {"PlayDestinationPreEntry", "bool"}, {"PlaySourcePostExit", "bool"}, {"ActionType", "int16"},
+      {"EndTrimOffset", "Real64"},  {"PlayAt", "Real64"}};
+  std::set<std::string> seen;
+  for (const Element& e : Elements(Export(kSchema, Project()))) {
+    if (e.name == "Property") {
+      EXPECT_EQ(propertyTypes.at(e.attributes.at("Name")), e.attributes.at("Type")) << e.attributes.at("Name");
+      continue;
+    }
+    for (const Shape& shape : shapes) {
+      if (e.name != shape.element) continue;
+      seen.insert(e.name);
+      std::set<std::string> attributes;
+      for (const auto& [name, value] : e.attributes) attributes.insert(name);
+      if (e.name == "ObjectRef") attributes.erase("Filter"), attributes.erase("Origin");  // bank inclusions
+      EXPECT_EQ(attributes, shape.attributes) << e.name;
+      size_t at = 0;
+      for (const std::string& child : e.children) {
+        while (at < shape.order.size() && shape.order[at] != child) ++at;
+        EXPECT_LT(at++, shape.order.size()) << e.name << " > " << child << " out of order";
+      }
+    }
+  }
+  EXPECT_EQ(seen.size(), std::size(shapes));
+}
+
+// Nesting as deep as the schema goes, without the stack growing with it.
+TEST(NativeExport, DeepNestingIsWrittenWhole) {
+  std::string schema = R"({"clusters":[{"guid":"c0","name":"Leaf","endTime":1}],"groups":[)";
+  constexpr int kDepth = 5000;
+  for (int i = 0; i < kDepth; ++i) {
+    schema += (i ? "," : "") + std::string(R"({"guid":"g)") + std::to_string(i) + R"(","type":")" +
+              (i % 2 ? "switch" : "horizontal") + R"(","childGuids":[")" + (i ? "g" : "c") + std::to_string(i ? i - 1 : 0) + "\"]}";
+  }
+  const NativeExport result = Export((schema + "]}").c_str(), Project());
+  size_t objects = 0;
+  ScanTags(result.files.front().content, [&](const Tag& tag) {
+    objects += tag.kind == Tag::Start && (tag.name == "MusicSwitchContainer" || tag.name == "MusicPlaylistContainer");
+  });
+  EXPECT_EQ(objects, size_t{kDepth});
+}
+
+TEST(NativeNames, IdentifiersAndCleanText) {
+  const std::pair<const char*, const char*> identifiers[] = {
+      {"Play_Main", "Play_Main"}, {"1st", "_1st"}, {"", "_"}, {"Été 2", "_t__2"}, {"a\xff" "b", "a_b"}, {"a-b c", "a_b_c"}};
+  for (const auto& [name, identifier] : identifiers) EXPECT_EQ(WwiseIdentifier(name), identifier) << name;
+  const std::pair<std::string, std::string> texts[] = {
+      {"R\u00e9veil", "R\u00e9veil"}, {"a\tb\x7f\n", "ab"}, {"x\xc3(", "x\xEF\xBF\xBD("}, {"\xed\xa0\x80", "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"}};
+  for (const auto& [text, clean] : texts) {
+    bool changed = false;
+    EXPECT_EQ(CleanText(text, changed), clean);
+    EXPECT_EQ(changed, text != clean);
+  }
+}
+
+TEST(NativeProject, ReadsWhatTheExportRefersTo) {
+  const std::pair<const char*, int> versions[] = {
+      {"<?xml version=\"1.0\"?><WwiseDocument Type=\"Project\" SchemaVersion=\"119\">", 119},
+      {"<!-- x --><WwiseDocument SchemaVersion='123' Type='Project'/>", 123},
+      {"<WwiseDocument Type=\"WorkUnit\" SchemaVersion=\"119\">", 0},
+      {"<Other/><WwiseDocument Type=\"Project\" SchemaVersion=\"119\">", 0},
+      {"<WwiseDocument Type=\"Project\" SchemaVersion=\"12x\">", 0},
+      {"<WwiseDocument Type=\"Project\" SchemaVersion=\"", 0}};
+  for (const auto& [text, version] : versions) EXPECT_EQ(ProjectSchemaVersion(text), version) << text;
+  const ProjectInfo project = Project();
+  EXPECT_EQ(project.masterBusWorkUnitId, "{A74EEB4A-0805-4AFA-969C-53DCB862B550}");
+  ASSERT_EQ(project.groups.size(), 2u);
+  EXPECT_EQ(project.groups[0].values.size(), 1u);  // a Switch outside any group is no value
+  EXPECT_TRUE(project.groups[1].isState);
+  ASSERT_EQ(project.triggers.size(), 1u);
+  EXPECT_EQ(project.triggers[0].name, "Hit & Run");
+}
+
+}  // namespace
+}  // namespace ZOLVA_Wwise::Native
