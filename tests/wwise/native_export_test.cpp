@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -87,6 +88,7 @@ TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
   const std::vector<Element> elements = Elements(result);
   std::map<std::string, const Element*> defined;  // objects by ID
   std::set<unsigned long> shortIds;
+  const std::regex guid(R"(\{[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\})");
   for (const Element& e : elements) {
     const auto id = e.attributes.find("ID");
     if (e.name == "ObjectRef" || e.name == "AudioSourceRef" || e.name == "WwiseDocument" || id == e.attributes.end()) {
@@ -97,7 +99,7 @@ TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
       continue;
     }
     EXPECT_TRUE(defined.emplace(id->second, &e).second) << "ID used twice: " << id->second;
-    EXPECT_TRUE(testing::internal::RE::FullMatch(id->second, "\\{[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\}")) << id->second;
+    EXPECT_TRUE(std::regex_match(id->second, guid)) << id->second;
     if (const auto shortId = e.attributes.find("ShortID"); shortId != e.attributes.end()) {
       const unsigned long value = std::stoul(shortId->second);
       EXPECT_TRUE(value > 0 && value < (1ul << 30) && shortIds.insert(value).second) << shortId->second;
