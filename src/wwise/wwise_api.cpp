@@ -163,15 +163,27 @@ bool ReadWwiseProject(const ExportOptions& options, Native::ProjectInfo& project
   return Native::ReadProject(options.wwiseProject, project, error);
 }
 
+// [<text of each element>, ...], the text being what `textOf` gives.
+template <typename List, typename TextOf>
+void AppendStringArray(std::string& json, const List& list, TextOf textOf) {
+  json += '[';
+  bool first = true;
+  for (const auto& element : list) {
+    if (!first) json += ',';
+    first = false;
+    ZOLVA::Json::AppendString(json, textOf(element));
+  }
+  json += ']';
+}
+
+const std::string& Itself(const std::string& text) { return text; }
+
 // ,"format":"native","warnings":[...],"renamed":[{"type","from","to"}...]
 void AppendNativeReport(std::string& json, const Native::NativeExport& result) {
   using ZOLVA::Json::AppendString;
-  json += ",\"format\":\"native\",\"warnings\":[";
-  for (size_t i = 0; i < result.warnings.size(); ++i) {
-    if (i > 0) json += ',';
-    AppendString(json, result.warnings[i]);
-  }
-  json += "],\"renamed\":[";
+  json += ",\"format\":\"native\",\"warnings\":";
+  AppendStringArray(json, result.warnings, Itself);
+  json += ",\"renamed\":[";
   for (size_t i = 0; i < result.renamed.size(); ++i) {
     json += i > 0 ? ",{\"type\":" : "{\"type\":";
     AppendString(json, result.renamed[i].type);
@@ -196,21 +208,10 @@ const char* PreviewExport(const char* options_json) {
   const Native::NativeExport result = Native::BuildNativeExport(g_currentProject, options, project);
   // The preview object, then what would be written, relative to the output folder.
   json.pop_back();
-  json += ",\"files\":[";
-  bool first = true;
-  for (const auto& file : result.files) {
-    json += first ? "" : ",";
-    first = false;
-    ZOLVA::Json::AppendString(json, file.relativePath);
-  }
-  json += "],\"audioFiles\":[";
-  first = true;
-  for (const auto& audio : result.audio) {
-    json += first ? "" : ",";
-    first = false;
-    ZOLVA::Json::AppendString(json, audio.relativePath);
-  }
-  json += ']';
+  json += ",\"files\":";
+  AppendStringArray(json, result.files, [](const auto& file) -> const std::string& { return file.relativePath; });
+  json += ",\"audioFiles\":";
+  AppendStringArray(json, result.audio, [](const auto& audio) -> const std::string& { return audio.relativePath; });
   AppendNativeReport(json, result);
   return Publish(json + "}");
 }
@@ -238,12 +239,9 @@ const char* GenerateWorkUnits(const char* output_path, const char* options_json)
   if (!result.success) return Fail(result.error);
   size_t transitions = 0;
   for (const WwiseMusicContainer& container : g_currentProject.containers) transitions += container.transitions.size();
-  std::string json = "{\"success\":true,\"files\":[";
-  for (size_t i = 0; i < result.files.size(); ++i) {
-    if (i > 0) json += ',';
-    ZOLVA::Json::AppendString(json, result.files[i]);
-  }
-  json += "],\"segments_created\":" + std::to_string(g_currentProject.segments.size());
+  std::string json = "{\"success\":true,\"files\":";
+  AppendStringArray(json, result.files, Itself);
+  json += ",\"segments_created\":" + std::to_string(g_currentProject.segments.size());
   json += ",\"containers_created\":" + std::to_string(g_currentProject.containers.size());
   json += ",\"transitions_created\":" + std::to_string(transitions);
   json += ",\"events_created\":" + std::to_string(g_currentProject.events.size());

@@ -124,6 +124,10 @@ class Builder {
     return it->second;
   }
 
+  const std::string& GuidOf(const Child& child) const {
+    return child.isSegment ? model_.segments[child.index].guid : model_.containers[child.index].guid;
+  }
+
   void Index() {
     for (size_t s = 0; s < model_.segments.size(); ++s) segmentIndex_.emplace(model_.segments[s].guid, s);
     for (size_t c = 0; c < model_.containers.size(); ++c) containerIndex_.emplace(model_.containers[c].guid, c);
@@ -414,7 +418,7 @@ class Builder {
         doc_.Attach(items, playlistGroups_[child.index]);
         continue;
       }
-      const std::string& guid = child.isSegment ? model_.segments[child.index].guid : model_.containers[child.index].guid;
+      const std::string& guid = GuidOf(child);
       const Node leaf = Object(doc_, "MusicPlaylistItem", "", ids_.Guid(), ids_);
       doc_.Attach(items, leaf);
       PropertyList(doc_, leaf, {Int16("PlaylistItemType", 1)});
@@ -496,11 +500,9 @@ class Builder {
     bool defaultFound = container.defaultSwitch.empty();
     std::unordered_set<std::string> done;
     for (const Child& child : plans_[c].children) {
-      const std::string& guid = child.isSegment ? model_.segments[child.index].guid : model_.containers[child.index].guid;
-      const ProjectObject& object = objects_.at(guid);
+      const ProjectObject& object = objects_.at(GuidOf(child));
       if (!done.insert(object.id).second) continue;
-      const std::string& valueName =
-          child.isSegment ? model_.segments[child.index].name : model_.containers[child.index].name;
+      const std::string& valueName = child.isSegment ? model_.segments[child.index].name : model_.containers[child.index].name;
       const std::optional<ProjectObject> value = syncs_.Value(group, Clean(valueName));
       if (!value) {
         report_.Warn("Switch group \"" + group.name + "\" has no value \"" + Clean(valueName) + "\": \"" +
