@@ -1,10 +1,11 @@
 #include "cluster/legacy_format.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
+#include <optional>
 #include <type_traits>
 
+#include "json/number_text.h"
 #include "json/text_scan.h"
 
 namespace ZOLVA_Cluster::Serialize {
@@ -63,8 +64,7 @@ std::string_view ReadRun(std::string_view text, size_t afterKey, size_t limit, s
 template <typename T>
 void ParseRun(std::string_view run, T& field) {
   if constexpr (std::is_floating_point_v<T>) {
-    T value{};
-    if (std::from_chars(run.data(), run.data() + run.size(), value).ec == std::errc()) field = value;
+    if (const std::optional<double> value = ZOLVA::Json::ReadNumber(run)) field = *value;
   } else if (const std::optional<T> value = ZOLVA::Text::ParseInteger<T>(run)) {
     field = *value;
   }

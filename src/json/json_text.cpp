@@ -1,11 +1,9 @@
 #include "json/json_text.h"
 
 #include <cstring>
-#include <locale>
-#include <mutex>
-#include <sstream>
 
 #include "json/escape.h"
+#include "json/number_text.h"
 
 namespace ZOLVA::Json {
 
@@ -48,23 +46,7 @@ void AppendString(std::string& out, std::string_view text) {
   out += '"';
 }
 
-void AppendNumber(std::string& out, double value) {
-  // One stream pinned to the classic locale, so that neither the C locale nor
-  // a global C++ locale the host sets can change the text. It is a plain
-  // static behind a lock rather than thread-local: a thread-local object with
-  // a destructor would keep the library from ever being unloaded.
-  static std::mutex mutex;
-  static std::ostringstream stream = [] {
-    std::ostringstream s;
-    s.imbue(std::locale::classic());
-    return s;
-  }();
-  std::lock_guard<std::mutex> lock(mutex);
-  stream.str(std::string());
-  stream.clear();
-  stream << value;
-  out += stream.str();
-}
+void AppendNumber(std::string& out, double value) { AppendGeneral(out, value, 6); }
 
 std::string FormatNumber(double value) {
   std::string out;

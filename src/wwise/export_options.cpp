@@ -1,11 +1,11 @@
 #include "wwise/export_options.h"
 
-#include <charconv>
+#include <optional>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "json/json_text.h"
+#include "json/number_text.h"
 #include "json/text_scan.h"
 
 namespace ZOLVA_Wwise {
@@ -41,8 +41,7 @@ void ReadNumber(std::string_view text, std::string_view key, double& field) {
   if (at == std::string_view::npos) return;
   at = text.find_first_not_of(" \t\r\n", at + opener.size());
   if (at == std::string_view::npos) return;
-  double value = 0.0;
-  if (std::from_chars(text.data() + at, text.data() + text.size(), value).ec == std::errc()) field = value;
+  if (const std::optional<double> value = ZOLVA::Json::ReadNumber(text.substr(at))) field = *value;
 }
 
 }  // namespace

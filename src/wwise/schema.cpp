@@ -4,7 +4,6 @@
 #include "wwise/schema.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -13,10 +12,7 @@
 #include <utility>
 #include <vector>
 
-#if !(defined(__cpp_lib_to_chars) && __cpp_lib_to_chars >= 201611L)
-#include <locale>
-#include <sstream>
-#endif
+#include "json/number_text.h"
 
 namespace ZOLVA_Wwise::Schema {
 namespace {
@@ -227,17 +223,9 @@ std::optional<double> ReadNumber(std::string_view text, size_t pos) {
     }
   }
   if (!significant) return sign * 0.0;
-  double value = 0.0;
-  bool inRange = true;
-#if defined(__cpp_lib_to_chars) && __cpp_lib_to_chars >= 201611L
-  inRange = std::from_chars(text.data() + start, text.data() + i, value).ec == std::errc();
-#else
-  std::istringstream stream(std::string(text.substr(start, i - start)));
-  stream.imbue(std::locale::classic());
-  inRange = static_cast<bool>(stream >> value);
-#endif
-  if (!inRange) value = leadingPower >= 0 ? std::numeric_limits<double>::infinity() : 0.0;
-  return sign * value;
+  const std::optional<double> value = ZOLVA::Json::ReadNumber(text.substr(start, i - start));
+  if (!value) return sign * (leadingPower >= 0 ? std::numeric_limits<double>::infinity() : 0.0);
+  return sign * *value;
 }
 
 // A double truncated toward zero into 32 bits; out-of-range values saturate

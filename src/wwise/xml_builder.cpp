@@ -1,11 +1,7 @@
 #include "wwise/xml_builder.h"
 
-#include <ios>
-#include <locale>
-#include <mutex>
-#include <sstream>
-
 #include "json/escape.h"
+#include "json/number_text.h"
 
 namespace ZOLVA_Wwise::Xml {
 
@@ -13,23 +9,11 @@ namespace {
 
 constexpr std::string_view kDeclaration = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
 
-// Six decimals in fixed notation. One stream pinned to the classic locale, so
-// that a decimal comma the host sets cannot reach the text; a plain static
-// behind a lock, since a thread-local one would keep the library loaded.
+// Six decimals in fixed notation, with a point whatever the locale.
 std::string FormatFixed6(double value) {
-  static std::mutex mutex;
-  static std::ostringstream stream = [] {
-    std::ostringstream s;
-    s.imbue(std::locale::classic());
-    s.setf(std::ios::fixed, std::ios::floatfield);
-    s.precision(6);
-    return s;
-  }();
-  std::lock_guard<std::mutex> lock(mutex);
-  stream.str(std::string());
-  stream.clear();
-  stream << value;
-  return stream.str();
+  std::string text;
+  ZOLVA::Json::AppendFixed(text, value, 6);
+  return text;
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include "wwise/native/elements.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
+#include "json/number_text.h"
 #include "wwise/transform.h"
 
 namespace ZOLVA_Wwise::Native {
@@ -18,9 +18,9 @@ uint32_t Identifiers::ShortId() {
 }
 
 std::string FormatReal(double value) {
-  char text[32];
-  const auto result = std::to_chars(text, text + sizeof text, value, std::chars_format::general, 15);
-  return std::string(text, result.ptr);
+  std::string text;
+  ZOLVA::Json::AppendGeneral(text, value, 15);
+  return text;
 }
 
 Node Object(Document& doc, std::string_view element, const std::string& name, const std::string& id) {
