@@ -6,6 +6,8 @@
 # - packaging/reapack/ZOLVA.ext parses as a ReaPack package description, its
 #   @version is the project version of BUILD_DIR's configuration, and it
 #   provides every library the build made under that library's platform;
+# - a macOS library passes scripts/check-macos-module.sh (universal, one
+#   export, system libraries only, the build's minimum macOS, arm64 signed);
 # - the release archive in BUILD_DIR/release, when there is one, holds the
 #   library, README.md and LICENSE;
 # - examples/*.lua compile with a Lua compiler (Debian's lua5.4 is installed
@@ -28,6 +30,7 @@ fail() { say "$*"; failures=$((failures + 1)); }
 ext=packaging/reapack/ZOLVA.ext
 [ -f "$ext" ] || die "$ext is missing"
 version=$(sed -n 's/^CMAKE_PROJECT_VERSION:[A-Z]*=//p' "$build/CMakeCache.txt")
+minimum_macos=$(sed -n 's/^CMAKE_OSX_DEPLOYMENT_TARGET:[A-Z]*=//p' "$build/CMakeCache.txt")
 [ -n "$version" ] || die "no CMAKE_PROJECT_VERSION in $build/CMakeCache.txt"
 
 # The description: "@tag value" lines, each tag once; a tag may continue on the
@@ -98,10 +101,8 @@ while IFS= read -r library; do
   elif [ "${provided[$name]:-}" != "$want" ]; then
     fail "$ext does not provide $name for [$want]"
   fi
-  if [ "$name" = reaper_zolva.dylib ] && command -v lipo >/dev/null 2>&1; then
-    archs=$(lipo -archs "$library")
-    [[ " $archs " == *" arm64 "* && " $archs " == *" x86_64 "* ]] ||
-      fail "$library is not universal (it holds: $archs)"
+  if [ "$name" = reaper_zolva.dylib ]; then
+    scripts/check-macos-module.sh "$library" "$minimum_macos" || fail "$library is not a module macOS $minimum_macos loads"
   fi
 done <<<"$libraries"
 say "$ext: checked against version $version (${#provided[@]} platforms provided)"
