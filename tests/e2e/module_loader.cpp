@@ -65,15 +65,26 @@ void* ModuleSymbol(void* module, const char* name) { return dlsym(module, name);
 
 void CloseModule(void* module) { dlclose(module); }
 
-// nm's last column of its dynamic, defined symbols.
+// nm's last column of its dynamic, defined symbols. A Mach-O file has no
+// dynamic symbol table: there it is the external, defined symbols of the
+// running architecture's slice, whose C names start with an underscore.
 std::vector<std::string> ExportedNames(const std::string& utf8Path) {
   std::vector<std::string> names;
+#if defined(__APPLE__) && defined(__aarch64__)
+  const std::string command = "nm -gUj -arch arm64 '" + utf8Path + "'";
+#elif defined(__APPLE__)
+  const std::string command = "nm -gUj -arch x86_64 '" + utf8Path + "'";
+#else
   const std::string command = "nm -D --defined-only '" + utf8Path + "'";
+#endif
   std::unique_ptr<FILE, int (*)(FILE*)> nm(popen(command.c_str(), "r"), pclose);
   if (!nm) throw std::runtime_error("cannot run " + command);
   for (char line[512]; fgets(line, sizeof line, nm.get());) {
     std::string name = std::strrchr(line, ' ') ? std::strrchr(line, ' ') + 1 : line;
     if (!name.empty() && name.back() == '\n') name.pop_back();
+#ifdef __APPLE__
+    if (!name.empty() && name.front() == '_') name.erase(0, 1);
+#endif
     names.push_back(name);
   }
   return names;
