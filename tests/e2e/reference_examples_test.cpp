@@ -21,6 +21,8 @@ struct Example {
   std::map<std::string, std::string> texts;
 };
 
+void PrintTo(const Example& example, std::ostream* out) { *out << example.name; }
+
 void Append(std::vector<ScriptLine>& lines, const Reference::File& file, const Reference::Field* field) {
   if (!field) return;
   for (const Reference::Line& line : field->lines) lines.push_back({file.path + ":" + std::to_string(line.number), line.text});
