@@ -278,8 +278,15 @@ void WriteBlock(std::ostream& out, const char* language, const Reference::Field&
 void WriteTexts(std::ostream& out, const Reference::Entry& entry) {
   for (const Reference::Field& field : entry.fields) {
     if (field.key == "Text") {
+      // Each line a paragraph, but the rows of a table together.
       out << "\n" << field.head << "\n";
-      for (const Reference::Line& line : field.lines) out << line.text << "\n";
+      bool row = false;
+      for (const Reference::Line& line : field.lines) {
+        if (line.text.empty()) continue;
+        const bool nextRow = line.text[0] == '|';
+        out << (row && nextRow ? "" : "\n") << line.text << "\n";
+        row = nextRow;
+      }
     } else if (StartsWith(field.key, "Json ")) {
       out << "\n`${" << field.key.substr(5) << "}`:\n";
       WriteBlock(out, "json", field);
@@ -306,12 +313,12 @@ const char* OptionsOwner(const ModuleFunctions& m, const std::string& className)
 
 void WriteOptions(std::ostream& out, const ModuleFunctions& m, const Reference::Field* field) {
   if (!field) return;
-  out << "- Options: a JSON object text, the keys of `" << field->head << "` below; `\"\"` or `nil` keeps every default.";
+  out << "- Options: a JSON object text with the keys of `" << field->head << "`";
   if (field->lines.empty()) {
-    out << " The keys are listed under " << OptionsOwner(m, field->head) << ".\n";
+    out << ", listed under " << OptionsOwner(m, field->head) << "; `\"\"` or `nil` keeps every default.\n";
     return;
   }
-  out << "\n\n  | Key | Type | Default | Meaning |\n  |---|---|---|---|\n";
+  out << "; `\"\"` or `nil` keeps every default.\n\n  | Key | Type | Default | Meaning |\n  |---|---|---|---|\n";
   for (const Option& o : OptionsOf(*field)) {
     out << "  | `" << o.key << "` | " << o.type << " | `" << o.defaultText << "` | " << o.meaning << " |\n";
   }
