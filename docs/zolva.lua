@@ -213,7 +213,7 @@ function reaper.ZOLVA_Cluster_GetItemClusters(item_guid) end
 ---Activate cluster (mute non-cluster items)
 ---
 ---Result: a JSON object: `success` (boolean), `items_activated` (integer, members in the cluster's range switched on: unmuted, on their recorded take, their fixed lanes playing), `items_muted` (integer, other items overlapping the range, muted).
----Members outside the range and items outside it are not touched. All notes are sent off first. No undo point is made; `ZOLVA_Cluster_DeactivateAllClusters` ends an audition.
+---Members outside the range and items outside it are not touched. All notes are sent off first, unless `selective_midi_off` is on. No undo point is made; `ZOLVA_Cluster_DeactivateAllClusters` ends an audition.
 ---
 ---Needs: `ZOLVA_Cluster_LoadFromProject` first; before it every cluster is "not found".
 ---
