@@ -43,8 +43,9 @@ class UniqueNames {
 // Unit's name and category alone, so a re-export replaces the same files.
 struct WorkUnitIds {
   explicit WorkUnitIds(const std::string& name) : name_(name) {}
-  std::string operator()(const char* category) const { return DerivedGuid(Role(category)); }
-  std::string Role(const char* category) const { return "work unit:" + std::string(category) + "/" + name_; }
+  std::string operator()(const char* category) const {
+    return DerivedGuid("work unit:" + std::string(category) + "/" + name_);
+  }
   std::unordered_set<std::string> All() const {
     std::unordered_set<std::string> all;
     for (const char* category : kCategories) all.insert((*this)(category));
@@ -58,9 +59,11 @@ struct WorkUnitIds {
 
 // What the project holds outside the export's own Work Units (those of an
 // earlier export, which this one replaces): the game syncs it may use and
-// the identifiers it must not take.
+// the identifiers no object of the export may take, the export's Work Unit
+// IDs among them.
 ProjectInfo Others(const ProjectInfo& project, const std::unordered_set<std::string>& own, ReservedIds& reserved) {
   ProjectInfo others = project;
+  reserved.guids.insert(own.begin(), own.end());
   const auto isOwn = [&](const ProjectObject& object) { return own.count(object.workUnitId) > 0; };
   others.groups.erase(std::remove_if(others.groups.begin(), others.groups.end(), isOwn), others.groups.end());
   others.triggers.erase(std::remove_if(others.triggers.begin(), others.triggers.end(), isOwn), others.triggers.end());
@@ -91,7 +94,6 @@ NativeExport BuildNativeExport(const WwiseProjectData& model, const ExportOption
   ReservedIds reserved;
   const ProjectInfo others = Others(project, unitIds.All(), reserved);
   Identifiers ids(std::move(reserved));
-  for (const char* category : WorkUnitIds::kCategories) ids.Guid(unitIds.Role(category));
   const int schema = project.schemaVersion;
   if (project.conversion.id.empty()) {
     result.Warn("The Wwise project has no \"Default Conversion Settings\": segments and containers are written "

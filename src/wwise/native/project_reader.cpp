@@ -90,7 +90,7 @@ std::string ReadWorkUnit(std::string_view wwuText, ProjectInfo& info) {
     if (const std::string* shortId = tag.Attribute("ShortID"); shortId && !workUnitId.empty()) {
       if (const auto value = ShortIdValue(*shortId)) info.shortIds.emplace_back(*value, workUnitId);
     }
-    if (name && id && !reference && !workUnitId.empty()) {
+    if (name && id && !workUnitId.empty()) {
       if (tag.name == "Bus" && *id == kMasterAudioBusId) info.masterBusWorkUnitId = workUnitId;
       if (tag.name == "Conversion" && *name == "Default Conversion Settings") info.conversion = {*name, *id, workUnitId};
       if (tag.name == "SwitchGroup" || tag.name == "StateGroup") {
@@ -142,7 +142,8 @@ bool ReadProject(const std::string& wprojPath, ProjectInfo& info, std::string& e
   info.folder = ToUtf8(folder);
   std::error_code ec;
   for (fs::directory_iterator category(folder, ec), end; !ec && category != end; category.increment(ec)) {
-    if (SkippedFolder(category->path().filename()) || !category->is_directory(ec)) continue;
+    std::error_code ignored;
+    if (SkippedFolder(category->path().filename()) || !category->is_directory(ignored)) continue;
     // Physical folders inside a category hold Work Units too.
     std::error_code inner;
     for (fs::recursive_directory_iterator it(category->path(), inner), stop; !inner && it != stop; it.increment(inner)) {
