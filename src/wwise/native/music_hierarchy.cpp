@@ -369,7 +369,7 @@ class Builder {
     const Node node = Object(doc_, "MusicTrack", Clean(track.name), ids_, role);
     const Node references = doc_.Element(node, "ReferenceList");
     BusReferences(references, false);
-    TransitionRoot(references, role, {});
+    TransitionRoot(references, role, nullptr);
     const std::string file = AudioFile(track.audioFile);
     const std::string sourceName = file.substr(0, file.rfind('.'));
     const std::string& sourceId = ids_.Guid(role + "/source");
@@ -553,7 +553,8 @@ class Builder {
         list = doc_.Element(lists, "ObjectList");
         doc_.Attribute(list, "Name", "Stingers");
       }
-      const Node node = Object(doc_, "MusicStinger", "", ids_.Guid(Occurrence(role + "/stinger/" + stinger->triggerEvent + "/" + Role(stinger->segmentId))));
+      const std::string stingerRole = role + "/stinger/" + stinger->triggerEvent + "/" + Role(stinger->segmentId);
+      const Node node = Object(doc_, "MusicStinger", "", ids_.Guid(Occurrence(stingerRole)));
       doc_.Attach(LocalEntry(doc_, list), node);
       const Node references = doc_.Element(node, "ReferenceList");
       ObjectReference(doc_, references, "Segment", segment->second);
