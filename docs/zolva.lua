@@ -652,8 +652,8 @@ function reaper.ZOLVA_Wwise_TransformSchema(schema_json) end
 
 ---Options for ZOLVA_Wwise_PreviewExport, passed as a JSON object text.
 ---@class ZOLVA.ExportOptions
----@field format? string Default "fixed". `"native"` for Work Units that Wwise opens, made for the project named by `wwiseProject`; write it exactly `"format":"native"`. Anything else gives the fixed format.
----@field wwiseProject? string Default "". Path of the Wwise project's `.wproj` file, for the native format: a JSON string (escapes are read, so double a Windows path's backslashes), written `"wwiseProject":"..."` without blanks.
+---@field format? string Default "fixed". `"native"` for Work Units that Wwise opens, made for the project named by `wwiseProject`; `"fixed"` for the fixed format. Any other value is refused with "Unknown export format: <value>" and nothing is written. Read as a JSON member: blanks around the colon are allowed.
+---@field wwiseProject? string Default "". Path of the Wwise project's `.wproj` file, for the native format. Read as a JSON member (blanks around the colon allowed); its escapes are decoded, so double a Windows path's backslashes.
 ---@field copyAudioFiles? boolean Default true. Copy the clusters' audio files into the export (fixed format: `Audio/`; native: `Originals/SFX/`); off with `"copyAudioFiles":false`.
 ---@field createEvents? boolean Default true. Write the Events Work Unit (fixed format only); off with `"createEvents":false`. The counts still include the events.
 ---@field createSoundBank? boolean Default true. Write the SoundBanks Work Unit (fixed format only); off with `"createSoundBank":false`.
@@ -670,11 +670,11 @@ function reaper.ZOLVA_Wwise_TransformSchema(schema_json) end
 ---- `events`: per event `id`, `name`, `targetId` (the container it plays);
 ---- `soundBanks`: per bank `id`, `name`, `events` and `mediaFiles` (counts);
 ---- `options`: `copyAudioFiles`, `createEvents`, `createSoundBank` (booleans) and `eventPrefix` (string), as the export would use them.
----With `"format":"native"` the object goes on after `preview` with `files` and `audioFiles` (arrays of paths relative to the output folder), `format` ("native"), `warnings` (array of texts: what Wwise has no equal for, and how it was written) and `renamed` (array of objects `type`, `from`, `to`: names Wwise does not allow, and what they became). Nothing is written.
+---With `"format":"native"` the object goes on after `preview` with `files` and `audioFiles` (arrays of paths relative to the output folder), `format` ("native"), `warnings` (array of texts: what Wwise has no equal for and how it was written, and what the Wwise project lacks, such as its "Default Conversion Settings") and `renamed` (array of objects `type`, `from`, `to`: names Wwise does not allow, and what they became). Nothing is written.
 ---
 ---Needs: `ZOLVA_Wwise_TransformSchema` first: it previews the last schema transformed.
 ---
----Fails: `{"success":false,"error":"No schema transformed. Call TransformSchema first"}` before any transform (and after REAPER reloads the extension). For the native format: `{"success":false,"error":"Wwise project required for native export"}` without `wwiseProject`, and errors such as "Wwise project not found: <path>" or "Not a Wwise project (.wproj): <path>" for a project that cannot be used.
+---Fails: `{"success":false,"error":"No schema transformed. Call TransformSchema first"}` before any transform (and after REAPER reloads the extension); `{"success":false,"error":"Unknown export format: <value>"}`. For the native format: `{"success":false,"error":"Wwise project required for native export"}` without `wwiseProject`, and errors such as "Wwise project not found: <path>" or "Not a Wwise project (.wproj): <path>" for a project that cannot be used.
 ---
 ---Internal failure: `'{"success":false,"error":"Internal error"}'`
 ---@param options_json string JSON text of a ZOLVA.ExportOptions; "" for the defaults
@@ -684,7 +684,7 @@ function reaper.ZOLVA_Wwise_PreviewExport(options_json) end
 ---Generate Wwise Work Unit files
 ---
 ---Result: a JSON object: `success` (boolean), `files` (array of the paths written), `segments_created`, `containers_created`, `transitions_created`, `events_created` (integers, the objects of the transformed project). With `"format":"native"` it goes on with `format`, `warnings` and `renamed` as `ZOLVA_Wwise_PreviewExport` describes them.
----Fixed format: `<output_path>/Interactive Music Hierarchy/<name>.wwu`, `Events/<name>_Events.wwu`, `SoundBanks/<name>_SoundBanks.wwu`, audio in `Audio/`. Existing files of those names are replaced.
+---Fixed format: `<output_path>/Interactive Music Hierarchy/<name>.wwu`, `Events/<name>_Events.wwu`, `SoundBanks/<name>_SoundBanks.wwu`, audio in `Audio/`. Native format: Work Units named `<name>.wwu` in Wwise's folders (`Interactive Music Hierarchy`, `Events`, `SoundBanks`, and `Switches` or `Triggers` when the score needs game syncs the project lacks), audio in `Originals/SFX/`; copy these files into the same folders of the Wwise project (back it up first), never a folder over one of its folders. Existing files of those names are replaced.
 ---
 ---Needs: `ZOLVA_Wwise_TransformSchema` first: it exports the last schema transformed.
 ---
