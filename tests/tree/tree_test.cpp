@@ -35,7 +35,7 @@ TEST(Tree, ValidateReportsEverythingOnOrBelowACycleAndDuplicates) {
 
 // A recursive walk would need far more than this thread's 256 KiB of stack.
 TEST(Tree, WalksADeepChainOnASmallStack) {
-  constexpr int kDepth = 50000;
+  constexpr int kDepth = 1000000;
   auto guid = [](int i) { return "{" + std::to_string(i) + "}"; };
   std::string flat, issues, ring;
   int next = 0;
