@@ -94,7 +94,9 @@ void WriteIssues(const Tree& tree, std::string& out) {
 
   const auto later = LaterDuplicates(tree);
   for (uint32_t guid = 0; guid < tree.nodes.size(); ++guid) {
-    if (later[guid]) AddIssue(out, "duplicate_idx", text(guid), "Duplicate index ", std::to_string(tree.nodes[guid].idx));
+    if (later[guid]) {
+      AddIssue(out, "duplicate_idx", text(guid), "Duplicate index ", std::to_string(tree.nodes[guid].idx));
+    }
   }
 }
 
