@@ -46,9 +46,9 @@ class GuidTable {
   size_t Probe(std::string_view text, uint32_t hash) const;
   void Grow();
 
-  std::string texts_;          // every text, one after another
-  std::vector<uint32_t> ends_; // where each text ends in `texts_`
-  std::vector<Slot> slots_;    // a power of two in size, at most half full
+  std::string texts_;           // every text, one after another
+  std::vector<uint32_t> ends_;  // where each text ends in `texts_`
+  std::vector<Slot> slots_;     // a power of two in size, at most half full
 };
 
 }  // namespace ZOLVA_Tree

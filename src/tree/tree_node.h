@@ -21,12 +21,12 @@ struct ChildRun {
 };
 
 struct TreeNode {
-  uint32_t parent = kNoGuid;  // kNoGuid for a root
-  int32_t idx = 0;            // sibling order number
-  uint32_t clusterIdAt = 0;   // the caller's id text, stored as given,
-  uint32_t clusterIdSize = 0; // in the tree's cluster id store
-  ChildRun children;          // kept sorted by the children's idx
-  bool present = false;       // false for a GUID known only as someone's parent
+  uint32_t parent = kNoGuid;        // kNoGuid for a root
+  int32_t idx = 0;                  // sibling order number
+  uint32_t clusterIdAt = 0;         // the caller's id text, stored as given,
+  uint32_t clusterIdSize = 0;       // in the tree's cluster id store
+  ChildRun children;                // kept sorted by the children's idx
+  bool present = false;             // false for a GUID known only as a parent
   mutable bool onWalkPath = false;  // true while a walk is inside this node
 };
 
@@ -34,13 +34,13 @@ struct TreeNode {
 // sit in more than one list, as the parent links can change after a build.
 struct Tree {
   GuidTable guids;
-  std::vector<TreeNode> nodes;     // by GUID number
-  std::string clusterIds;          // every node's cluster id text
+  std::vector<TreeNode> nodes;       // by GUID number
+  std::string clusterIds;            // every node's cluster id text
   std::vector<uint32_t> childStore;  // the child lists, each one contiguous
-  std::vector<uint32_t> roots;     // parentless and orphaned nodes, by idx
-  bool childrenBuilt = false;      // child lists and roots match the links
-  std::vector<uint64_t> sortKeys;  // scratch for SortByIdx
-  std::vector<uint32_t> sortGuids; // scratch for SortByIdx
+  std::vector<uint32_t> roots;       // parentless and orphaned nodes, by idx
+  bool childrenBuilt = false;        // child lists and roots match the links
+  std::vector<uint64_t> sortKeys;    // scratch for SortByIdx
+  std::vector<uint32_t> sortGuids;   // scratch for SortByIdx
 
   // The number of the present node named `text`, or kNoGuid.
   uint32_t FindNode(std::string_view text) const;
