@@ -233,7 +233,7 @@ const char* GenerateWorkUnits(const char* output_path, const char* options_json)
     Native::ProjectInfo project;
     if (!ReadWwiseProject(options, project, result.error)) return Fail(result.error);
     if (ZOLVA::Files::SameFolder(options.outputPath, project.folder)) {
-      return Fail("Output path is the Wwise project's own folder; export elsewhere and copy the folders in: " +
+      return Fail("Output path is the Wwise project's own folder; export elsewhere and copy the files into its folders: " +
                   options.outputPath);
     }
     native = Native::BuildNativeExport(g_currentProject, options, project);
