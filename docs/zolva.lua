@@ -414,18 +414,18 @@ function reaper.ZOLVA_TreeFlattenHierarchy(root_guid) end
 
 ---Find orphaned clusters (returns comma-separated GUIDs)
 ---
----Result: the GUIDs of the nodes whose parent GUID names no node, joined by `,` in no particular order (not JSON); `""` when there are none. Pass `""` as the unused argument. Works without a build.
+---Result: the GUIDs of the nodes whose parent GUID names no node, joined by `,` in the order their GUIDs were first seen (not JSON); `""` when there are none. Pass `""` as the unused argument. Works without a build.
 ---
 ---Fails: never; `""` means no orphans.
 ---
 ---Internal failure: `""`
 ---@param unused string
----@return string retval # the GUIDs of the nodes whose parent GUID names no node, joined by `,` in no particular order (not JSON); `""` when there are none. Pass `""` as the unused argument. Works without a build.
+---@return string retval # the GUIDs of the nodes whose parent GUID names no node, joined by `,` in the order their GUIDs were first seen (not JSON); `""` when there are none. Pass `""` as the unused argument. Works without a build.
 function reaper.ZOLVA_TreeFindOrphans(unused) end
 
 ---Get leaf clusters (returns comma-separated GUIDs)
 ---
----Result: the GUIDs of the nodes without children, joined by `,` in no particular order (not JSON). Pass `""` as the unused argument.
+---Result: the GUIDs of the nodes without children, joined by `,` in the order their GUIDs were first seen (not JSON). Pass `""` as the unused argument.
 ---
 ---Needs: `ZOLVA_TreeBuildChildrenArrays` after the last `ZOLVA_TreeAddCluster`.
 ---
@@ -433,7 +433,7 @@ function reaper.ZOLVA_TreeFindOrphans(unused) end
 ---
 ---Internal failure: `""`
 ---@param unused string
----@return string retval # the GUIDs of the nodes without children, joined by `,` in no particular order (not JSON). Pass `""` as the unused argument.
+---@return string retval # the GUIDs of the nodes without children, joined by `,` in the order their GUIDs were first seen (not JSON). Pass `""` as the unused argument.
 function reaper.ZOLVA_TreeGetLeaves(unused) end
 
 ---Reindex all clusters from start_index
@@ -688,7 +688,7 @@ function reaper.ZOLVA_Wwise_PreviewExport(options_json) end
 ---
 ---Needs: `ZOLVA_Wwise_TransformSchema` first: it exports the last schema transformed.
 ---
----Fails: `{"success":false,"error":"Output path required"}` for an `output_path` of `""` or `nil`; `{"success":false,"error":"No schema transformed. Call TransformSchema first"}`; errors naming the folder or file that could not be written, such as "Failed to create output directory: <path>" (what was written before stays); for the native format the project errors of `ZOLVA_Wwise_PreviewExport`, and "Output path is the Wwise project's own folder; export elsewhere and copy the folders in: <path>". Stop at a failure: the files of a failed export are incomplete.
+---Fails: `{"success":false,"error":"Output path required"}` for an `output_path` of `""` or `nil`; `{"success":false,"error":"No schema transformed. Call TransformSchema first"}`; errors naming the folder or file that could not be written, such as "Failed to create output directory: <path>" (what was written before stays); for the native format the project errors of `ZOLVA_Wwise_PreviewExport`, and "Output path is the Wwise project's own folder; export elsewhere and copy the files into its folders: <path>". Stop at a failure: the files of a failed export are incomplete.
 ---
 ---Internal failure: `'{"success":false,"error":"Internal error"}'`
 ---@param output_path string
