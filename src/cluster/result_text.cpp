@@ -20,8 +20,7 @@ const char* Publish(std::string text) {
 
 std::string OperationJson(bool success, const std::string& error,
                           std::initializer_list<std::pair<const char*, int32_t>> counts) {
-  if (!success) return ZOLVA::Json::BuildJsonError(error);
-  std::string json = "{\"success\":true";
+  std::string json = success ? "{\"success\":true" : "{\"success\":false";
   for (const auto& [key, count] : counts) json += ",\"" + std::string(key) + "\":" + std::to_string(count);
   if (!error.empty()) {
     json += ",\"error\":";

@@ -14,8 +14,8 @@ namespace ZOLVA_Cluster {
 // valid until the module's next call that writes it.
 const char* Publish(std::string text);
 
-// A failed result as the error object; a successful one as
-// {"success":true,"<count>":N,...} with "error" last when there is one.
+// An operation's result, failed or not, in its own shape:
+// {"success":<bool>,"<count>":N,...} with "error" last when there is one.
 std::string OperationJson(bool success, const std::string& error,
                           std::initializer_list<std::pair<const char*, int32_t>> counts);
 

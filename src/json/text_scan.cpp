@@ -49,4 +49,17 @@ std::string ReadEscapedString(std::string_view text, size_t open, size_t& end, b
   return value;
 }
 
+size_t FindMemberValue(std::string_view text, std::string_view key) {
+  static constexpr char kBlanks[] = " \t\r\n";
+  const std::string quoted = "\"" + std::string(key) + "\"";
+  for (size_t at = text.find(quoted); at != std::string_view::npos; at = text.find(quoted, at + 1)) {
+    const size_t before = at == 0 ? std::string_view::npos : text.find_last_not_of(kBlanks, at - 1);
+    if (before == std::string_view::npos || (text[before] != '{' && text[before] != ',')) continue;
+    const size_t colon = text.find_first_not_of(kBlanks, at + quoted.size());
+    if (colon == std::string_view::npos || text[colon] != ':') continue;
+    return std::min(text.size(), text.find_first_not_of(kBlanks, colon + 1));
+  }
+  return std::string_view::npos;
+}
+
 }  // namespace ZOLVA::Text

@@ -52,4 +52,10 @@ size_t FindValueQuote(std::string_view text, size_t afterKey, size_t limit = std
 // the text's size when the string is not closed, and `closed` says which.
 std::string ReadEscapedString(std::string_view text, size_t open, size_t& end, bool& closed);
 
+// Where the value of the member `key` starts in a JSON object text: the
+// first "\"key\"" that opens a member (after '{' or ',') and is followed by
+// ':', with blanks allowed around each; the index after the blanks that
+// follow the colon (the text's size when nothing follows). npos if none.
+size_t FindMemberValue(std::string_view text, std::string_view key);
+
 }  // namespace ZOLVA::Text

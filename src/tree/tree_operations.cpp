@@ -2,7 +2,7 @@
 
 #include <mutex>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "tree/tree_links.h"
 #include "tree/tree_node.h"
@@ -12,23 +12,23 @@
 namespace ZOLVA_Tree {
 namespace {
 
-NodeMap g_tree;
-std::vector<std::string> g_roots;  // parentless and orphaned nodes, by idx
-bool g_childrenBuilt = false;      // child lists and roots match the links
+// Texts enter the tree here and are turned into GUID numbers once; every
+// operation below works on the numbers.
+Tree g_tree;
 std::mutex g_treeMutex;
 std::string g_resultBuffer;
 
 using Lock = std::lock_guard<std::mutex>;
 
-std::string Text(const char* text) { return text ? std::string(text) : std::string(); }
+std::string_view Text(const char* text) { return text ? std::string_view(text) : std::string_view(); }
 
 template <typename Predicate>
 const char* ListGuids(Predicate include) {
   g_resultBuffer.clear();
-  for (const auto& [guid, node] : g_tree) {
-    if (!include(node)) continue;
+  for (uint32_t guid = 0; guid < g_tree.nodes.size(); ++guid) {
+    if (!g_tree.nodes[guid].present || !include(g_tree.nodes[guid])) continue;
     if (!g_resultBuffer.empty()) g_resultBuffer += ',';
-    g_resultBuffer += guid;
+    g_resultBuffer += g_tree.guids.Text(guid);
   }
   return g_resultBuffer.c_str();
 }
@@ -38,70 +38,82 @@ const char* ListGuids(Predicate include) {
 bool TreeAddCluster(const char* guid, const char* cluster_id, const char* parent_guid, int idx) {
   Lock lock(g_treeMutex);
   if (!guid || !*guid) return false;
-  g_tree.insert_or_assign(guid, TreeNode{guid, Text(cluster_id), Text(parent_guid), idx, {}});
-  g_childrenBuilt = false;
+  const uint32_t node = g_tree.Intern(guid);
+  const std::string_view parent = Text(parent_guid);
+  const uint32_t parentNumber = parent.empty() ? kNoGuid : g_tree.Intern(parent);
+  g_tree.SetClusterId(node, Text(cluster_id));
+  TreeNode& stored = g_tree.nodes[node];
+  stored.parent = parentNumber;
+  stored.idx = idx;
+  stored.children.size = 0;  // a replaced node's old list is dropped
+  stored.present = true;
+  g_tree.childrenBuilt = false;
   return true;
 }
 
 void TreeClear() {
   Lock lock(g_treeMutex);
-  g_tree.clear();
-  g_roots.clear();
-  g_childrenBuilt = false;
+  g_tree = Tree();
 }
 
 void TreeBuildChildrenArrays() {
   Lock lock(g_treeMutex);
-  BuildChildLists(g_tree, g_roots);
-  g_childrenBuilt = true;
+  BuildChildLists(g_tree);
+  g_tree.childrenBuilt = true;
 }
 
 const char* TreeFlattenHierarchy(const char* root_guid) {
   Lock lock(g_treeMutex);
-  if (!g_childrenBuilt) {
+  if (!g_tree.childrenBuilt) {
     g_resultBuffer.clear();
   } else if (root_guid && *root_guid) {
-    WriteFlattened(g_tree, {root_guid}, g_resultBuffer);
+    const uint32_t root = g_tree.FindNode(root_guid);
+    WriteFlattened(g_tree, &root, &root + 1, g_resultBuffer);
   } else {
-    WriteFlattened(g_tree, g_roots, g_resultBuffer);
+    WriteFlattened(g_tree, g_tree.roots.data(), g_tree.roots.data() + g_tree.roots.size(), g_resultBuffer);
   }
   return g_resultBuffer.c_str();
 }
 
 const char* TreeFindOrphans(const char* /*unused*/) {
   Lock lock(g_treeMutex);
-  return ListGuids([](const TreeNode& node) {
-    return !node.parentGuid.empty() && !FindNode(g_tree, node.parentGuid);
-  });
+  return ListGuids([](const TreeNode& node) { return node.parent != kNoGuid && !g_tree.IsNode(node.parent); });
 }
 
 const char* TreeGetLeaves(const char* /*unused*/) {
   Lock lock(g_treeMutex);
-  if (!g_childrenBuilt) {
+  if (!g_tree.childrenBuilt) {
     g_resultBuffer.clear();
     return g_resultBuffer.c_str();
   }
-  return ListGuids([](const TreeNode& node) { return node.children.empty(); });
+  return ListGuids([](const TreeNode& node) { return node.children.size == 0; });
 }
 
 int TreeReindexAll(int start_index) {
   Lock lock(g_treeMutex);
-  if (!g_childrenBuilt) return start_index;
-  SortByIdx(g_tree, g_roots);
-  return RenumberSubtrees(g_tree, g_roots, nullptr, start_index);
+  if (!g_tree.childrenBuilt) return start_index;
+  uint32_t* first = g_tree.roots.data();
+  uint32_t* last = first + g_tree.roots.size();
+  g_tree.SortByIdx(first, last);
+  return RenumberSubtrees(g_tree, first, last, kNoGuid, start_index);
 }
 
 int TreeReindexChildren(const char* parent_guid, int start_index) {
   Lock lock(g_treeMutex);
-  TreeNode* parent = FindNode(g_tree, Text(parent_guid));
-  if (!parent) return start_index;
-  SortByIdx(g_tree, parent->children);
-  return RenumberSubtrees(g_tree, parent->children, parent, start_index);
+  const uint32_t parent = g_tree.FindNode(Text(parent_guid));
+  if (parent == kNoGuid) return start_index;
+  g_tree.SortByIdx(g_tree.ChildrenBegin(parent), g_tree.ChildrenEnd(parent));
+  return RenumberSubtrees(g_tree, g_tree.ChildrenBegin(parent), g_tree.ChildrenEnd(parent), parent, start_index);
 }
 
 bool TreeSetParent(const char* child_guid, const char* new_parent_guid) {
   Lock lock(g_treeMutex);
-  return Reparent(g_tree, g_roots, Text(child_guid), Text(new_parent_guid));
+  const uint32_t child = g_tree.FindNode(Text(child_guid));
+  if (child == kNoGuid) return false;
+  // Only a call that can succeed gets this far with a new text, so a refused
+  // call adds no GUID to the tree.
+  const std::string_view parent = Text(new_parent_guid);
+  return Reparent(g_tree, child, parent.empty() ? kNoGuid : g_tree.Intern(parent));
 }
 
 const char* TreeValidate(const char* /*unused*/) {

@@ -6,22 +6,21 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "tree/tree_node.h"
 
 namespace ZOLVA_Tree {
 
-// Replaces `out` with "guid:depth:idx" for every node reached from `starts`
+// Replaces `out` with "guid:depth:idx" for every node reached from the starts in [first, last)
 // (each at depth 0), in pre-order, entries joined by ';'.
-void WriteFlattened(const NodeMap& tree, const std::vector<std::string>& starts, std::string& out);
+void WriteFlattened(const Tree& tree, const uint32_t* first, const uint32_t* last, std::string& out);
 
-// Renumbers each subtree named in `starts`, in list order: every node gets
+// Renumbers each subtree started in [first, last), in list order: every node gets
 // the counter and then has its child list sorted by the old numbers, so the
-// numbering is a pre-order count from `next`. `owner`, when given, is the node
-// that holds `starts` as its child list; it is not renumbered and counts as
-// already on the path. Returns the counter after the last node numbered.
-int32_t RenumberSubtrees(NodeMap& tree, const std::vector<std::string>& starts, const TreeNode* owner,
-                         int32_t next);
+// numbering is a pre-order count from `next`. `owner`, when not kNoGuid, is
+// the node that holds the starts as its child list; it is not renumbered and
+// counts as already on the path. Returns the counter after the last node
+// numbered.
+int32_t RenumberSubtrees(Tree& tree, const uint32_t* first, const uint32_t* last, uint32_t owner, int32_t next);
 
 }  // namespace ZOLVA_Tree

@@ -14,6 +14,6 @@ namespace ZOLVA_Tree {
 // whose chain of ancestors runs into a cycle, then
 // "duplicate_idx|<guid>|Duplicate index <idx>" for each node whose number a
 // sibling before it in node order already has. Each pass runs in node order.
-void WriteIssues(const NodeMap& tree, std::string& out);
+void WriteIssues(const Tree& tree, std::string& out);
 
 }  // namespace ZOLVA_Tree

@@ -1,5 +1,6 @@
 #include "wwise/export_options.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -23,16 +24,24 @@ void ReadQuoted(std::string_view text, std::string_view key, std::string& field)
   if (end != std::string_view::npos) field = std::string(text.substr(from, end - from));
 }
 
-// A JSON string value with its escapes decoded (a path from a script
-// carries its backslashes doubled); kept only when the string is closed.
-void ReadJsonString(std::string_view text, std::string_view key, std::string& field) {
-  const std::string opener = "\"" + std::string(key) + "\":\"";
-  const size_t start = text.find(opener);
-  if (start == std::string_view::npos) return;
-  size_t end = 0;
-  bool closed = false;
-  std::string value = ZOLVA::Text::ReadEscapedString(text, start + opener.size() - 1, end, closed);
-  if (closed) field = std::move(value);
+// The options of Wwise's own format are read as JSON members, blanks allowed
+// around the colon. A string value has its escapes decoded (a path from a
+// script carries its backslashes doubled); `closed` says whether it ended.
+// Any other value is its text up to the next ',' or '}', blanks trimmed.
+// False when the text has no such member.
+bool ReadMember(std::string_view text, std::string_view key, std::string& value, bool& closed) {
+  const size_t at = ZOLVA::Text::FindMemberValue(text, key);
+  if (at == std::string_view::npos) return false;
+  if (at < text.size() && text[at] == '"') {
+    size_t end = 0;
+    value = ZOLVA::Text::ReadEscapedString(text, at, end, closed);
+    return true;
+  }
+  const size_t end = std::min(text.size(), text.find_first_of(",}", at));
+  const size_t last = text.find_last_not_of(" \t\r\n", end - 1);  // the key lies before `at`
+  value = std::string(text.substr(at, last == std::string_view::npos || last < at ? 0 : last + 1 - at));
+  closed = false;
+  return true;
 }
 
 void ReadNumber(std::string_view text, std::string_view key, double& field) {
@@ -57,8 +66,10 @@ ExportOptions ParseExportOptions(const char* options_json) {
   options.createSoundBank = ZOLVA::Json::OptionEnabled(options_json, "createSoundBank", true);
   options.flattenHierarchy = ZOLVA::Json::OptionEnabled(options_json, "flattenHierarchy", false);
   ReadNumber(text, "defaultFadeTime", options.defaultFadeTime);
-  options.nativeFormat = text.find("\"format\":\"native\"") != std::string_view::npos;
-  ReadJsonString(text, "wwiseProject", options.wwiseProject);
+  std::string value;
+  bool closed = false;
+  if (ReadMember(text, "format", value, closed)) options.format = std::move(value);
+  if (ReadMember(text, "wwiseProject", value, closed) && closed) options.wwiseProject = std::move(value);
   return options;
 }
 

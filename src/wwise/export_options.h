@@ -8,9 +8,10 @@ namespace ZOLVA_Wwise {
 // The defaults, changed by what the text holds: "outputPath" and
 // "projectName" as the text right after "\"key\":\"" up to the next quote,
 // the flags only by the exact spelling of their other value, and
-// "defaultFadeTime" as the number after "\"defaultFadeTime\":". Wwise's own
-// format is chosen by the exact text "\"format\":\"native\"", and
-// "wwiseProject" is a JSON string, escapes decoded.
+// "defaultFadeTime" as the number after "\"defaultFadeTime\":". "format"
+// and "wwiseProject" are read as JSON members (blanks around the colon
+// allowed, string escapes decoded); "format" keeps any value it has, which
+// the export refuses unless it is "fixed" or "native".
 ExportOptions ParseExportOptions(const char* options_json);
 
 }  // namespace ZOLVA_Wwise

@@ -86,6 +86,7 @@ struct WwiseMusicTrack {
 struct WwiseMusicSegment {
   std::string guid;
   std::string shortId;
+  std::string clusterGuid;  // the cluster it was made from
   std::string name;
   double duration = 0.0;
   double startTime = 0.0;  // the cluster's start in the project, ms
@@ -117,6 +118,7 @@ struct WwiseStinger {
 struct WwiseMusicContainer {
   std::string guid;
   std::string shortId;
+  std::string groupGuid;  // the group it was made from
   std::string name;
   ContainerType type = ActorMixer;
   GroupType groupType = OtherGroup;  // the group it was made from
@@ -159,8 +161,9 @@ struct ExportOptions {
   FadeCurve defaultFadeCurve = Linear;
   std::string eventPrefix = "Play_";
   std::string segmentSuffix;
-  // Work Units in Wwise's own format, for the project at `wwiseProject`.
-  bool nativeFormat = false;
+  // "fixed" (the default) or "native": Work Units in Wwise's own format,
+  // for the project at `wwiseProject`. Any other value is refused.
+  std::string format = "fixed";
   std::string wwiseProject;
 };
 

@@ -173,6 +173,7 @@ WwiseProjectData TransformToWwise(const V2Schema& schema, const ExportOptions& o
     WwiseMusicSegment& segment = project.segments.emplace_back();
     segment.guid = GenerateWwiseGUID();
     segment.shortId = GenerateShortId();
+    segment.clusterGuid = cluster.guid;
     segment.name = cluster.name;
     segment.duration = (cluster.endTime - cluster.startTime) * 1000.0;
     segment.startTime = cluster.startTime * 1000.0;
@@ -195,6 +196,7 @@ WwiseProjectData TransformToWwise(const V2Schema& schema, const ExportOptions& o
     WwiseMusicContainer& container = project.containers.emplace_back();
     container.guid = GenerateWwiseGUID();
     container.shortId = GenerateShortId();
+    container.groupGuid = group.guid;
     container.name = group.name;
     container.type = ContainerTypeOf(group.type);
     container.groupType = group.type;

@@ -153,6 +153,9 @@ const char* TransformSchema(const char* schema_json) {
                  ",\"events\":" + std::to_string(g_currentProject.events.size()) + "}");
 }
 
+bool IsNative(const ExportOptions& options) { return options.format == "native"; }
+bool KnownFormat(const ExportOptions& options) { return IsNative(options) || options.format == "fixed"; }
+
 // The Wwise project a native export is made for, read; false with the
 // message set when it cannot be used.
 bool ReadWwiseProject(const ExportOptions& options, Native::ProjectInfo& project, std::string& error) {
@@ -200,8 +203,9 @@ const char* PreviewExport(const char* options_json) {
   const Lock lock(g_stateMutex);
   if (!g_hasProjectData) return Fail(kNoProjectData);
   const ExportOptions options = ParseExportOptions(options_json);
+  if (!KnownFormat(options)) return Fail("Unknown export format: " + options.format);
   std::string json = Export::PreviewExportJson(g_currentProject, options);
-  if (!options.nativeFormat) return Publish(std::move(json));
+  if (!IsNative(options)) return Publish(std::move(json));
   Native::ProjectInfo project;
   std::string error;
   if (!ReadWwiseProject(options, project, error)) return Fail(error);
@@ -222,13 +226,14 @@ const char* GenerateWorkUnits(const char* output_path, const char* options_json)
   if (!g_hasProjectData) return Fail(kNoProjectData);
   ExportOptions options = ParseExportOptions(options_json);
   options.outputPath = output_path;
+  if (!KnownFormat(options)) return Fail("Unknown export format: " + options.format);
   Export::ExportResult result;
   Native::NativeExport native;
-  if (options.nativeFormat) {
+  if (IsNative(options)) {
     Native::ProjectInfo project;
     if (!ReadWwiseProject(options, project, result.error)) return Fail(result.error);
     if (ZOLVA::Files::SameFolder(options.outputPath, project.folder)) {
-      return Fail("Output path is the Wwise project's own folder; export elsewhere and copy the folders in: " +
+      return Fail("Output path is the Wwise project's own folder; export elsewhere and copy the files into its folders: " +
                   options.outputPath);
     }
     native = Native::BuildNativeExport(g_currentProject, options, project);
@@ -245,7 +250,7 @@ const char* GenerateWorkUnits(const char* output_path, const char* options_json)
   json += ",\"containers_created\":" + std::to_string(g_currentProject.containers.size());
   json += ",\"transitions_created\":" + std::to_string(transitions);
   json += ",\"events_created\":" + std::to_string(g_currentProject.events.size());
-  if (options.nativeFormat) AppendNativeReport(json, native);
+  if (IsNative(options)) AppendNativeReport(json, native);
   return Publish(json + "}");
 }
 

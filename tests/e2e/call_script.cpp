@@ -34,6 +34,7 @@
 #include <memory>
 #include <sstream>
 
+#include "call_script.h"
 #include "reascript.h"
 
 namespace e2e {
@@ -335,14 +336,12 @@ void Line(Script& sc, const std::string& line) {
 void RunCallScript(const std::string& path) {
   std::ifstream in(path);
   ASSERT_TRUE(in) << path;
-  Script sc;
-  sc.vars["$resource"] = sc.host.resourcePath;
-  sc.extension.reset(new Extension(sc.host));
+  std::vector<ScriptLine> lines;
   int number = 0;
   for (std::string line; std::getline(in, line);) {
-    sc.where = path + ":" + std::to_string(++number);
-    if (!line.empty() && line[0] != '#') Line(sc, line);
+    if (++number, !line.empty() && line[0] != '#') lines.push_back({path + ":" + std::to_string(number), line});
   }
+  RunCallLines(lines);
 }
 
 std::vector<std::string> Scripts() {
@@ -357,4 +356,16 @@ TEST_P(CallScript, Runs) { RunCallScript(ZOLVA_E2E_DATA "/scripts/" + GetParam()
 INSTANTIATE_TEST_SUITE_P(E2E, CallScript, ::testing::ValuesIn(Scripts()), [](const auto& info) { return info.param; });
 
 }  // namespace
+
+void RunCallLines(const std::vector<ScriptLine>& lines, const std::map<std::string, std::string>& texts) {
+  Script sc;
+  sc.vars["$resource"] = sc.host.resourcePath;
+  for (const auto& [name, text] : texts) sc.vars["$" + name] = text;
+  sc.extension.reset(new Extension(sc.host));
+  for (const ScriptLine& line : lines) {
+    sc.where = line.where;
+    Line(sc, line.text);
+  }
+}
+
 }  // namespace e2e

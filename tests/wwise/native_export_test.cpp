@@ -3,16 +3,20 @@
 // Wwise saved itself.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <regex>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "wwise/model.h"
+#include "wwise/export_options.h"
 #include "wwise/native/names.h"
 #include "wwise/native/native_export.h"
 #include "wwise/native/project_reader.h"
+#include "wwise/native/sha1.h"
 #include "wwise/native/xml_scan.h"
 #include "wwise/schema.h"
 #include "wwise/transform.h"
@@ -27,11 +31,12 @@ constexpr char kSwitches[] =
     "<StateGroup Name=\"Zone\" ID=\"{AF599241-DE64-4286-BB8B-B0260EE20B80}\"/>"
     "<Switch Name=\"Stray\" ID=\"{7C400264-0402-4E47-930D-960FBDD8605B}\"/></WorkUnit></Switches></WwiseDocument>"
     "<WwiseDocument Type=\"WorkUnit\" ID=\"{A74EEB4A-0805-4AFA-969C-53DCB862B550}\"><Bus Name=\"Master Audio Bus\" "
-    "ID=\"{1514A4D8-1DA6-412A-A17E-75CA0C2149F3}\"/><Trigger Name='Hit &amp; Run' ID='{25D1ACE1-D5FA-450D-826B-745E8B0838BB}'/>";
+    "ID=\"{1514A4D8-1DA6-412A-A17E-75CA0C2149F3}\"/><Trigger Name='Hit &amp; Run' ID='{25D1ACE1-D5FA-450D-826B-745E8B0838BB}'/>"
+    "<Conversion Name=\"Default Conversion Settings\" ID=\"{6D1B890C-9826-4384-BF07-C15223E9FB56}\"/>";
 
-ProjectInfo Project() {
+ProjectInfo Project(int schemaVersion = 119) {
   ProjectInfo project;
-  project.schemaVersion = 119;
+  project.schemaVersion = schemaVersion;
   ReadWorkUnit(kSwitches, project);
   return project;
 }
@@ -49,9 +54,9 @@ constexpr char kSchema[] = R"({"projectName":"Deep","clusters":[
   {"guid":"u","sourceGuid":"b","targetGuid":"a","type":"stinger","triggerEvent":"Hit & Run"},
   {"guid":"w","sourceGuid":"d","targetGuid":"h","transitionType":"exitCue","fadeTime":1,"fadeCurve":"exp2"}]})";
 
-NativeExport Export(const char* schemaJson, const ProjectInfo& project) {
+NativeExport Export(const std::string& schemaJson, const ProjectInfo& project) {
   V2Schema schema;
-  EXPECT_TRUE(Schema::ParseV2Schema(schemaJson, schema));
+  EXPECT_TRUE(Schema::ParseV2Schema(schemaJson.c_str(), schema));
   const ExportOptions options;
   return BuildNativeExport(Schema::TransformToWwise(schema, options), options, project);
 }
@@ -61,6 +66,7 @@ struct Element {
   std::string name, workUnit;
   std::map<std::string, std::string> attributes;
   std::vector<std::string> children;
+  std::vector<size_t> childIndexes;  // into the list of all elements
 };
 
 std::vector<Element> Elements(const NativeExport& result) {
@@ -70,7 +76,7 @@ std::vector<Element> Elements(const NativeExport& result) {
     std::vector<size_t> open;
     ScanTags(file.content, [&](const Tag& tag) {
       if (tag.kind == Tag::End) return open.pop_back();
-      if (!open.empty()) all[open.back()].children.emplace_back(tag.name);
+      if (!open.empty()) all[open.back()].children.emplace_back(tag.name), all[open.back()].childIndexes.push_back(all.size());
       Element& element = all.emplace_back();
       element.name = tag.name;
       for (const auto& [name, value] : tag.attributes) element.attributes[std::string(name)] = value;
@@ -88,7 +94,7 @@ TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
   const std::vector<Element> elements = Elements(result);
   std::map<std::string, const Element*> defined;  // objects by ID
   std::set<unsigned long> shortIds;
-  const std::regex guid(R"(\{[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\})");
+  const std::regex guid(R"(\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\})");
   for (const Element& e : elements) {
     const auto id = e.attributes.find("ID");
     if (e.name == "ObjectRef" || e.name == "AudioSourceRef" || e.name == "WwiseDocument" || id == e.attributes.end()) {
@@ -111,6 +117,7 @@ TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
     for (const ProjectObject& value : group.values) external[value.id] = value;
   }
   for (const ProjectObject& trigger : project.triggers) external[trigger.id] = trigger;
+  external[project.conversion.id] = project.conversion;
   size_t references = 0;
   for (const Element& e : elements) {
     if (e.name != "ObjectRef" && e.name != "AudioSourceRef") continue;
@@ -193,6 +200,132 @@ TEST(NativeExport, ObjectsHaveTheShapeWwiseSaves) {
     }
   }
   EXPECT_EQ(seen.size(), std::size(shapes));
+}
+
+// The first child of `e` with that element name (and Name attribute, when given); null if none.
+const Element* Child(const std::vector<Element>& all, const Element& e, const std::string& name,
+                     const std::string& named = "") {
+  for (const size_t i : e.childIndexes) {
+    const auto attribute = all[i].attributes.find("Name");
+    if (all[i].name == name && (named.empty() || (attribute != all[i].attributes.end() && attribute->second == named))) {
+      return &all[i];
+    }
+  }
+  return nullptr;
+}
+
+// As in every project Wwise 2023.1 and 2024.1 save: the default any-to-any transition first in every container,
+// a Conversion reference on each segment and container, plugin attributes only on bus, conversion and target
+// references, and bank inclusions ending with Origin, then Filter.
+TEST(NativeExport, WrittenAsWwiseWritesIt) {
+  const std::string small = R"({"clusters":[{"guid":"c","name":"C","parentGuid":"p","endTime":1}],
+    "groups":[{"guid":"p","name":"P","type":"horizontal","childGuids":["c"]}]})";
+  for (const std::string& schema : {std::string(kSchema), small}) {
+    for (const int version : {119, 123}) {
+      for (const bool conversion : {true, false}) {
+        ProjectInfo project = Project(version);
+        if (!conversion) project.conversion = ProjectObject();
+        const NativeExport result = Export(schema, project);
+        const std::vector<Element> all = Elements(result);
+        size_t objects = 0, conversions = 0;
+        for (const Element& e : all) {
+          const auto name = e.attributes.find("Name");
+          if (e.name == "WwiseDocument") {
+            EXPECT_EQ(e.attributes.at("SchemaVersion"), std::to_string(version));
+          }
+          if (e.name == "Reference") {
+            const bool plugin = name != e.attributes.end() &&
+                                (name->second == "OutputBus" || name->second == "Conversion" || name->second == "Target");
+            EXPECT_EQ(e.attributes.count("CompanyID") + e.attributes.count("PluginType"), plugin ? 2u : 0u) << e.attributes.size();
+          }
+          if (e.name != "MusicSegment" && e.name != "MusicPlaylistContainer" && e.name != "MusicSwitchContainer") continue;
+          ++objects;
+          const Element* first = &all[Child(all, e, "ReferenceList")->childIndexes.front()];
+          conversions += first->attributes.at("Name") == "Conversion" &&
+                         Child(all, *first, "ObjectRef")->attributes.at("ID") == project.conversion.id;
+          if (e.name == "MusicSegment") continue;
+          const Element* root = Child(all, *Child(all, *Child(all, e, "ReferenceList"), "Reference", "TransitionRoot"), "Custom");
+          const Element* children = Child(all, *Child(all, *root, "MusicTransition"), "ChildrenList");
+          ASSERT_NE(children, nullptr) << name->second;
+          const Element& any = all[children->childIndexes.front()];
+          EXPECT_TRUE(Child(all, any, "PropertyList") && !Child(all, any, "ReferenceList")) << name->second;
+        }
+        EXPECT_EQ(conversions, conversion ? objects : 0u);
+        EXPECT_EQ(!result.warnings.empty() && result.warnings[0].rfind("The Wwise project has no \"Default Conversion", 0) == 0,
+                  !conversion);
+        for (const auto& file : result.files) {
+          EXPECT_TRUE(file.category != "SoundBanks" || file.content.find("Origin=\"Manual\" Filter=\"7\"/>") != std::string::npos);
+        }
+      }
+    }
+  }
+}
+
+// Each object's element and ID, with its ShortID.
+std::map<std::string, std::string> Identities(const NativeExport& result) {
+  std::map<std::string, std::string> identities;
+  for (const Element& e : Elements(result)) {
+    const auto id = e.attributes.find("ID");
+    if (id == e.attributes.end() || e.name == "ObjectRef" || e.name == "AudioSourceRef") continue;
+    const auto shortId = e.attributes.find("ShortID");
+    identities[e.name + " " + id->second] = shortId == e.attributes.end() ? "" : shortId->second;
+  }
+  return identities;
+}
+
+TEST(NativeExport, EveryObjectKeepsItsIdentity) {
+  ProjectInfo project;  // without the Switch group and the Trigger, which are made
+  project.schemaVersion = 123;
+  project.masterBusWorkUnitId = "{A74EEB4A-0805-4AFA-969C-53DCB862B550}";
+  const NativeExport first = Export(kSchema, project), again = Export(kSchema, project);
+  for (size_t f = 0; f < first.files.size(); ++f) EXPECT_EQ(first.files[f].content, again.files[f].content);
+  const auto before = Identities(first);
+  // One cluster renamed, and a cluster and a group added before the others.
+  std::string edited = kSchema;
+  edited.replace(edited.find(R"("name":"A")"), 10, R"("name":"Renamed")");
+  edited.insert(edited.find("\"clusters\":[") + 12, R"({"guid":"n","name":"New","parentGuid":"m","endTime":1},)");
+  edited.insert(edited.find("\"groups\":[") + 10, R"({"guid":"m","name":"M","type":"horizontal","childGuids":["n"]},)");
+  const auto after = Identities(Export(edited, project));
+  for (const auto& [id, shortId] : before) EXPECT_TRUE(after.count(id) && after.at(id) == shortId) << id;
+  EXPECT_EQ(after.size(), before.size() + 10);  // segment, 2 cues, container, 2 items, 2 transitions, event, action
+  // A segment's ID and ShortID taken by another Work Unit of the project: that segment alone is derived again.
+  const auto segment = std::find_if(before.begin(), before.end(), [](const auto& i) { return i.first.rfind("MusicSegment", 0) == 0; });
+  ProjectInfo taken = project;
+  taken.objectIds.emplace_back(segment->first.substr(13), "{0F0F0F0F-0000-4000-8000-000000000000}");
+  taken.shortIds.emplace_back(std::stoul(segment->second), "{0F0F0F0F-0000-4000-8000-000000000000}");
+  const auto moved = Identities(Export(kSchema, taken));
+  std::vector<std::string> changed;
+  for (const auto& [id, shortId] : moved) {
+    if (!before.count(id)) changed.push_back(shortId);
+  }
+  ASSERT_EQ(changed.size(), 1u);
+  EXPECT_NE(changed[0], segment->second);
+  EXPECT_EQ(moved.size(), before.size());
+}
+
+TEST(NativeIdentity, Sha1KnownAnswers) {
+  const std::pair<std::string, std::string> vectors[] = {
+      {"abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq", "84983e441c3bd26ebaae4aa1f95129e5e54670f1"},
+      {std::string(1000, 'a'), "291e9a6c66994949b57ba5e650361e98fc36b1ba"}};
+  for (const auto& [text, hex] : vectors) {
+    std::string digest;
+    for (const uint8_t byte : Sha1(text)) digest += "0123456789abcdef"[byte >> 4], digest += "0123456789abcdef"[byte & 15];
+    EXPECT_EQ(digest, hex) << text.size();
+  }
+}
+
+TEST(NativeOptions, FormatAndProjectAreJsonMembers) {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"{ \"format\" :\t\"native\" ,\"wwiseProject\" : \"C:\\\\W\\\\G.wproj\"}", "native", "C:\\W\\G.wproj"},
+      {R"({"name":"format","format":"fixed"})", "fixed", ""},
+      {R"({"format":"Native","wwiseProject":"open)", "Native", ""},
+      {R"({"format" : null })", "null", ""},
+      {"", "fixed", ""}};
+  for (const auto& [text, format, project] : cases) {
+    const ExportOptions options = ParseExportOptions(text);
+    EXPECT_EQ(options.format, format) << text;
+    EXPECT_EQ(options.wwiseProject, project) << text;
+  }
 }
 
 // Nesting as deep as the schema goes, without the stack growing with it.

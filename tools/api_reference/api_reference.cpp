@@ -1,6 +1,9 @@
 // Writes the script-function reference (api.md) and the Lua language-server
 // definitions (zolva.lua) from the registration tables the extension
-// registers from, so that neither can drift from what REAPER is given.
+// registers from, so that neither can drift from what REAPER is given, and
+// from the reference beside each table (what each function answers, reads
+// and needs; its examples run in the end-to-end tests). A function without
+// its Result or Fails stops the tool.
 //
 //   zolva_api_reference OUT_DIR [--compare DOCS_DIR] [--definitions FILE]
 //
@@ -12,14 +15,21 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "extension/plugin_lifecycle.h"
 #include "host/api_frame.h"
+#include "reference_data.h"
 
 namespace {
+
+namespace Reference = ZOLVA::Reference;
+
+// The conventions every function follows, the reference's opening text.
+constexpr const char* kConventionsPath = ZOLVA_SOURCE_DIR "/tools/api_reference/conventions.md";
 
 constexpr const char* kUpdateHint =
     "To update the committed files, run: cmake --build <build folder> --target zolva_api_docs";
@@ -111,12 +121,13 @@ void BuildLuaView(Function& f) {
 struct ModuleFunctions {
   const char* name;
   std::vector<Function> functions;
+  Reference::File reference;  // the Result, Options, Needs, Fails and examples of each function
 };
 
 std::vector<ModuleFunctions> CollectModules() {
   std::vector<ModuleFunctions> modules;
   for (const ZOLVA::NamedModule& named : ZOLVA::ModulesInRegistrationOrder()) {
-    ModuleFunctions module{named.name, {}};
+    ModuleFunctions module{named.name, {}, {}};
     for (size_t i = 0; i < named.module->apiCount; ++i) {
       Function f{&named.module->api[i], SplitCommas(named.module->api[i].argTypes()),
                  SplitCommas(named.module->api[i].argNames), {}, {}};
@@ -170,39 +181,201 @@ size_t CountFunctions(const std::vector<ModuleFunctions>& modules) {
   return count;
 }
 
-std::string Markdown(const std::vector<ModuleFunctions>& modules) {
+// One option of an options text, from the line "key type default: meaning".
+struct Option {
+  std::string key;
+  std::string type;
+  std::string defaultText;
+  std::string meaning;
+};
+
+bool ParseOption(const std::string& line, Option& option) {
+  const size_t type = line.find(' ');
+  const size_t value = type == std::string::npos ? type : line.find(' ', type + 1);
+  const size_t meaning = value == std::string::npos ? value : line.find(": ", value + 1);
+  if (meaning == std::string::npos) return false;
+  option = {line.substr(0, type), line.substr(type + 1, value - type - 1), line.substr(value + 1, meaning - value - 1),
+            line.substr(meaning + 2)};
+  return true;
+}
+
+std::vector<Option> OptionsOf(const Reference::Field& field) {
+  std::vector<Option> options;
+  for (const Reference::Line& line : field.lines) {
+    Option option;
+    if (ParseOption(line.text, option)) options.push_back(option);
+  }
+  return options;
+}
+
+bool TakesOptions(const Function& f) {
+  for (const std::string& name : f.names) {
+    if (name == "options_json") return true;
+  }
+  return false;
+}
+
+bool StartsWith(const std::string& text, const char* prefix) { return text.rfind(prefix, 0) == 0; }
+
+// Every registered function has its Result and Fails, and Options when it takes an
+// options text; every entry names a registered function, the module or a section, and
+// holds only the fields such an entry has. Writes what is missing to `errors`.
+void CheckReference(const ModuleFunctions& m, std::ostream& errors) {
+  const Reference::File& file = m.reference;
+  std::set<std::string> classes;
+  for (const Reference::Entry& entry : file.entries) {
+    const Reference::Field* options = entry.Find("Options");
+    if (options && !options->lines.empty()) classes.insert(options->head);
+  }
+  for (const Reference::Entry& entry : file.entries) {
+    const Function* function = nullptr;
+    for (const Function& f : m.functions) function = entry.name == f.entry->publicName ? &f : function;
+    const bool section = StartsWith(entry.name, "section ");
+    if (!function && !section && entry.name != "module") {
+      errors << file.path << ": \"" << entry.name << "\" is no function of the module " << m.name << "\n";
+    }
+    for (const Reference::Field& field : entry.fields) {
+      const std::string& k = field.key;
+      const bool allowed = function ? k == "Result" || k == "Options" || k == "Needs" || k == "Fails" || k == "Example"
+                                    : k == "Text" || StartsWith(k, "Json ") || (section ? k == "Example" : k == "Setup");
+      if (!allowed) errors << file.path << ": " << entry.name << " has the field \"" << k << "\"\n";
+      Option option;
+      for (const Reference::Line& line : field.lines) {
+        if (k == "Options" && !ParseOption(line.text, option)) {
+          errors << file.path << ":" << line.number << ": expected \"key type default: meaning\"\n";
+        }
+      }
+      if (k == "Options" && !classes.count(field.head)) {
+        errors << file.path << ": " << entry.name << " names the options " << field.head << ", listed nowhere\n";
+      }
+    }
+  }
+  for (const Function& f : m.functions) {
+    const Reference::Entry* entry = file.Find(f.entry->publicName);
+    for (const char* key : {"Result", "Fails", "Options"}) {
+      const bool needed = std::strcmp(key, "Options") != 0 || TakesOptions(f);
+      if (needed && (!entry || !entry->Find(key))) {
+        errors << file.path << ": " << f.entry->publicName << " has no " << key << "\n";
+      }
+    }
+  }
+}
+
+// A field as a list item: its own line, then its lines indented under it.
+void WriteItem(std::ostream& out, const char* label, const Reference::Field* field) {
+  if (!field) return;
+  out << "- " << label << ": " << field->head << "\n";
+  for (const Reference::Line& line : field->lines) out << "  " << line.text << "\n";
+}
+
+void WriteBlock(std::ostream& out, const char* language, const Reference::Field& field) {
+  out << "\n```" << language << "\n";
+  for (const Reference::Line& line : field.lines) out << line.text << "\n";
+  out << "```\n";
+}
+
+// The entry's free text and named JSON texts, as paragraphs and code blocks.
+void WriteTexts(std::ostream& out, const Reference::Entry& entry) {
+  for (const Reference::Field& field : entry.fields) {
+    if (field.key == "Text") {
+      // Each line a paragraph, but the rows of a table together.
+      out << "\n" << field.head << "\n";
+      bool row = false;
+      for (const Reference::Line& line : field.lines) {
+        if (line.text.empty()) continue;
+        const bool nextRow = line.text[0] == '|';
+        out << (row && nextRow ? "" : "\n") << line.text << "\n";
+        row = nextRow;
+      }
+    } else if (StartsWith(field.key, "Json ")) {
+      out << "\n`${" << field.key.substr(5) << "}`:\n";
+      WriteBlock(out, "json", field);
+    }
+  }
+}
+
+void WriteExample(std::ostream& out, const Reference::Entry& entry) {
+  const Reference::Field* example = entry.Find("Example");
+  if (!example) return;
+  out << "\nExample:\n";
+  WriteBlock(out, "text", *example);
+}
+
+// The function that lists the keys of an options class.
+const char* OptionsOwner(const ModuleFunctions& m, const std::string& className) {
+  for (const Function& f : m.functions) {
+    const Reference::Entry* entry = m.reference.Find(f.entry->publicName);
+    const Reference::Field* options = entry ? entry->Find("Options") : nullptr;
+    if (options && options->head == className && !options->lines.empty()) return f.entry->publicName;
+  }
+  return "";
+}
+
+void WriteOptions(std::ostream& out, const ModuleFunctions& m, const Reference::Field* field) {
+  if (!field) return;
+  out << "- Options: a JSON object text with the keys of `" << field->head << "`";
+  if (field->lines.empty()) {
+    out << ", listed under " << OptionsOwner(m, field->head) << "; `\"\"` or `nil` keeps every default.\n";
+    return;
+  }
+  out << "; `\"\"` or `nil` keeps every default.\n\n  | Key | Type | Default | Meaning |\n  |---|---|---|---|\n";
+  for (const Option& o : OptionsOf(*field)) {
+    out << "  | `" << o.key << "` | " << o.type << " | `" << o.defaultText << "` | " << o.meaning << " |\n";
+  }
+  out << "\n";
+}
+
+std::string Markdown(const std::vector<ModuleFunctions>& modules, const std::string& conventions) {
   std::ostringstream out;
   out << "# ZOLVA script functions\n\n"
-      << "<!-- Generated by zolva_api_reference from the extension's registration tables; do not edit.\n"
+      << "<!-- Generated by zolva_api_reference from the extension's registration tables and the reference\n"
+      << "     beside each table (src/<module>/<module>_reference.txt); do not edit.\n"
       << "     Update with: cmake --build <build folder> --target zolva_api_docs -->\n\n"
       << "The extension registers " << CountFunctions(modules) << " functions in " << modules.size()
-      << " modules, listed here in registration order. Scripts call them through the `reaper` table, "
-      << "for example `reaper.ZOLVA_Render_GetVersion()`; `reaper.APIExists(\"ZOLVA_Render_GetVersion\")` "
-      << "tells whether the extension is loaded.\n\n"
-      << "For each function: its C signature (the definition REAPER is given), the Lua call (buffer sizes "
-      << "are supplied by REAPER, and outputs come back as extra results after the function's own), and "
-      << "the failure value: what the function answers when it fails internally instead of its usual "
-      << "result. A `null` text may reach Lua as `nil` or as an empty string; check for both.\n\n"
-      << "Editor completion: `docs/zolva.lua` holds the same functions as definitions for the Lua "
-      << "language server.\n\n"
-      << "| Module | Functions |\n|---|---|\n";
+      << " modules, listed here in registration order.\n\n"
+      << conventions << "\n| Module | Functions |\n|---|---|\n";
   for (const ModuleFunctions& m : modules) {
     out << "| [" << m.name << "](#module-" << m.name << ") | " << m.functions.size() << " |\n";
   }
   for (const ModuleFunctions& m : modules) {
     out << "\n## Module `" << m.name << "`\n";
+    if (const Reference::Entry* module = m.reference.Find("module")) {
+      WriteTexts(out, *module);
+      if (const Reference::Field* setup = module->Find("Setup")) {
+        out << "\nEvery example of this module starts from this project:\n";
+        WriteBlock(out, "text", *setup);
+      }
+    }
     for (const Function& f : m.functions) {
       const ZOLVA::ApiSpec& s = *f.entry;
+      const Reference::Entry* entry = m.reference.Find(s.publicName);
       out << "\n### " << s.publicName << "\n\n"
           << s.help << "\n\n"
           << "- C: `" << s.returnWord << " " << s.publicName << "(" << CArguments(f) << ")`\n"
-          << "- Lua: `" << LuaCall(f) << "`\n"
-          << "- Returns: `" << s.returnWord << "`\n"
-          << "- Arguments: " << (f.types.empty() ? "none" : "`" + CArguments(f) + "`") << "\n"
-          << "- Failure value: " << FailureDescription(f) << "\n";
+          << "- Lua: `" << LuaCall(f) << "`\n";
+      if (!entry) continue;
+      WriteItem(out, "Result", entry->Find("Result"));
+      WriteOptions(out, m, entry->Find("Options"));
+      WriteItem(out, "Needs", entry->Find("Needs"));
+      WriteItem(out, "Fails", entry->Find("Fails"));
+      out << "- Internal failure (out of memory, say): " << FailureDescription(f) << "\n";
+      WriteExample(out, *entry);
+    }
+    for (const Reference::Entry& entry : m.reference.entries) {
+      if (!StartsWith(entry.name, "section ")) continue;
+      out << "\n### " << entry.name.substr(8) << "\n";
+      WriteTexts(out, entry);
+      WriteExample(out, entry);
     }
   }
   return out.str();
+}
+
+// A field as Lua comment lines, "---Label: head" then its lines.
+void WriteComment(std::ostream& out, const char* label, const Reference::Field* field) {
+  if (!field) return;
+  out << "---\n---" << label << ": " << field->head << "\n";
+  for (const Reference::Line& line : field->lines) out << "---" << line.text << "\n";
 }
 
 std::string LuaDefinitions(const std::vector<ModuleFunctions>& modules) {
@@ -210,20 +383,41 @@ std::string LuaDefinitions(const std::vector<ModuleFunctions>& modules) {
   out << "---@meta\n"
       << "-- ZOLVA script functions for the Lua language server: add this file's folder to\n"
       << "-- workspace.library. Generated by zolva_api_reference from the extension's\n"
-      << "-- registration tables; do not edit.\n\n"
+      << "-- registration tables and the reference beside each; do not edit.\n\n"
       << "reaper = reaper or {}\n";
   for (const ModuleFunctions& m : modules) {
     out << "\n-- Module " << m.name << "\n";
     for (const Function& f : m.functions) {
-      out << "\n---" << f.entry->help << "\n"
-          << "---\n---Failure value: " << FailureDescription(f) << "\n";
-      for (const LuaValue& v : f.luaArgs) out << "---@param " << v.name << " " << v.type << "\n";
+      const Reference::Entry* entry = m.reference.Find(f.entry->publicName);
+      const Reference::Field* options = entry ? entry->Find("Options") : nullptr;
+      // An options class is declared where its keys are listed; scripts encode one to JSON.
+      if (options && !options->lines.empty()) {
+        out << "\n---Options for " << f.entry->publicName << ", passed as a JSON object text.\n"
+            << "---@class " << options->head << "\n";
+        for (const Option& o : OptionsOf(*options)) {
+          out << "---@field " << o.key << "? " << o.type << " Default " << o.defaultText << ". " << o.meaning << "\n";
+        }
+      }
+      out << "\n---" << f.entry->help << "\n";
+      if (entry) {
+        WriteComment(out, "Result", entry->Find("Result"));
+        WriteComment(out, "Needs", entry->Find("Needs"));
+        WriteComment(out, "Fails", entry->Find("Fails"));
+      }
+      out << "---\n---Internal failure: " << FailureDescription(f) << "\n";
+      for (const LuaValue& v : f.luaArgs) {
+        out << "---@param " << v.name << " " << v.type;
+        if (options && v.name == "options_json") out << " JSON text of a " << options->head << "; \"\" for the defaults";
+        out << "\n";
+      }
       for (size_t i = 0; i < f.luaResults.size(); ++i) {
         const LuaValue& v = f.luaResults[i];
         const bool own = i == 0 && std::strcmp(f.entry->returnWord, "void") != 0;
         // A null text may reach Lua as nil.
         const bool mayBeNil = own && f.entry->failureText && std::strcmp(f.entry->failureText, "null") == 0;
-        out << "---@return " << v.type << (mayBeNil ? "?" : "") << (own ? "" : " " + v.name) << "\n";
+        const Reference::Field* result = own && entry ? entry->Find("Result") : nullptr;
+        out << "---@return " << v.type << (mayBeNil ? "?" : "") << " " << (own ? "retval" : v.name)
+            << (result ? " # " + result->head : "") << "\n";
       }
       out << "function reaper." << f.entry->publicName << "(" << Joined(f.luaArgs) << ") end\n";
     }
@@ -331,8 +525,23 @@ int main(int argc, char** argv) {
     return 2;
   }
 
-  const std::vector<ModuleFunctions> modules = CollectModules();
-  const std::string markdown = Markdown(modules);
+  std::vector<ModuleFunctions> modules = CollectModules();
+  std::ostringstream errors;
+  std::string conventions;
+  if (!ReadFile(kConventionsPath, conventions)) errors << "cannot read " << kConventionsPath << "\n";
+  for (ModuleFunctions& m : modules) {
+    std::string error;
+    if (Reference::ReadFile(Reference::ModuleFilePath(m.name), m.reference, error)) {
+      CheckReference(m, errors);
+    } else {
+      errors << error << "\n";
+    }
+  }
+  if (!errors.str().empty()) {
+    std::cerr << errors.str();
+    return 1;
+  }
+  const std::string markdown = Markdown(modules, conventions);
   const std::string lua = LuaDefinitions(modules);
   if (!WriteFile(outDir + "/api.md", markdown) || !WriteFile(outDir + "/zolva.lua", lua)) return 1;
 

@@ -4,18 +4,8 @@
 #include <utility>
 
 #include "json/number_text.h"
-#include "wwise/transform.h"
 
 namespace ZOLVA_Wwise::Native {
-
-std::string Identifiers::Guid() const { return Schema::GenerateWwiseGUID(); }
-
-uint32_t Identifiers::ShortId() {
-  for (;;) {
-    const uint32_t value = static_cast<uint32_t>(std::stoul(Schema::GenerateShortId())) & 0x3FFFFFFFu;
-    if (value != 0 && used_.insert(value).second) return value;
-  }
-}
 
 std::string FormatReal(double value) {
   std::string text;
@@ -29,10 +19,10 @@ Node Object(Document& doc, std::string_view element, const std::string& name, co
   return node;
 }
 
-Node Object(Document& doc, std::string_view element, const std::string& name, const std::string& id,
-            Identifiers& ids) {
-  const Node node = Object(doc, element, name, id);
-  doc.Attribute(node, "ShortID", std::to_string(ids.ShortId()));
+Node Object(Document& doc, std::string_view element, const std::string& name, Identifiers& ids,
+            const std::string& role) {
+  const Node node = Object(doc, element, name, ids.Guid(role));
+  doc.Attribute(node, "ShortID", std::to_string(ids.ShortId(role)));
   return node;
 }
 
@@ -57,7 +47,9 @@ void ObjectRef(Document& doc, Node parent, const ProjectObject& target) {
 void ObjectReference(Document& doc, Node parent, std::string_view name, const ProjectObject& target) {
   const Node reference = doc.Element(parent, "Reference");
   if (!name.empty()) doc.Attribute(reference, "Name", std::string(name));
-  doc.Attribute(reference, "CompanyID", "4095").Attribute(reference, "PluginID", "65535").Attribute(reference, "PluginType", "15");
+  if (name == "OutputBus" || name == "Conversion" || name == "Target") {
+    doc.Attribute(reference, "CompanyID", "4095").Attribute(reference, "PluginID", "65535").Attribute(reference, "PluginType", "15");
+  }
   ObjectRef(doc, reference, target);
 }
 

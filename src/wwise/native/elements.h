@@ -2,29 +2,17 @@
 // references, local objects, and the identifiers they carry.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "wwise/native/document.h"
+#include "wwise/native/identity.h"
 #include "wwise/native/project_reader.h"
 
 namespace ZOLVA_Wwise::Native {
 
 using Node = Document::Node;
-
-// GUIDs in Wwise's form, and ShortIDs that are unique within one export,
-// never 0 and below 2^30, as Wwise's own.
-class Identifiers {
- public:
-  std::string Guid() const;
-  uint32_t ShortId();
-
- private:
-  std::unordered_set<uint32_t> used_;
-};
 
 // A Real64 value as Wwise writes it: the shortest text of at most 15
 // significant digits, with a point whatever the locale.
@@ -40,10 +28,11 @@ inline Property Int16(std::string_view name, int value) { return {name, "int16",
 inline Property Real64(std::string_view name, double value) { return {name, "Real64", FormatReal(value)}; }
 inline Property Flag(std::string_view name) { return {name, "bool", "True"}; }
 
-// <element Name ID [ShortID]>, not yet attached.
+// <element Name ID>, not yet attached.
 Node Object(Document& doc, std::string_view element, const std::string& name, const std::string& id);
-Node Object(Document& doc, std::string_view element, const std::string& name, const std::string& id,
-            Identifiers& ids);
+// <element Name ID ShortID> with the identities of `role`, not yet attached.
+Node Object(Document& doc, std::string_view element, const std::string& name, Identifiers& ids,
+            const std::string& role);
 
 // <PropertyList> with the properties sorted by name; nothing when empty.
 void PropertyList(Document& doc, Node parent, std::vector<Property> properties);
@@ -51,8 +40,10 @@ void PropertyList(Document& doc, Node parent, std::vector<Property> properties);
 // <ObjectRef Name ID WorkUnitID/>.
 void ObjectRef(Document& doc, Node parent, const ProjectObject& target);
 
-// <Reference [Name] CompanyID="4095" PluginID="65535" PluginType="15"> with
-// an ObjectRef inside: a reference to another object of the project.
+// <Reference [Name]> with an ObjectRef inside: a reference to another object
+// of the project. As in Wwise's own files, only the references to the output
+// bus, the conversion settings and an action's target carry
+// CompanyID="4095" PluginID="65535" PluginType="15".
 void ObjectReference(Document& doc, Node parent, std::string_view name, const ProjectObject& target);
 
 // <Reference Name><Custom> for an object owned by its reference; returns

@@ -33,7 +33,7 @@ const GameSyncGroup& GameSyncs::Group(const std::string& name) {
   if (GameSyncGroup* group = FindNamed(newGroups_, name, identifier)) return *group;
   GameSyncGroup& group = newGroups_.emplace_back();
   group.name = Identifier(name, "SwitchGroup");
-  group.id = ids_.Guid();
+  group.id = ids_.Guid("switch group:" + group.name);
   group.workUnitId = switchesWorkUnit_;
   return group;
 }
@@ -43,7 +43,8 @@ std::optional<ProjectObject> GameSyncs::Value(const GameSyncGroup& group, const 
   if (const ProjectObject* value = FindNamed(group.values, name, identifier)) return *value;
   for (GameSyncGroup& made : newGroups_) {
     if (&made != &group) continue;
-    made.values.push_back({Identifier(name, "Switch"), ids_.Guid(), switchesWorkUnit_});
+    const std::string value = Identifier(name, "Switch");
+    made.values.push_back({value, ids_.Guid("switch:" + made.name + "/" + value), switchesWorkUnit_});
     return made.values.back();
   }
   return std::nullopt;  // a group of the project, which is left as it is
@@ -53,7 +54,8 @@ const ProjectObject& GameSyncs::Trigger(const std::string& name) {
   const std::string identifier = WwiseIdentifier(name);
   if (const ProjectObject* trigger = FindNamed(project_.triggers, name, identifier)) return *trigger;
   if (ProjectObject* trigger = FindNamed(newTriggers_, name, identifier)) return *trigger;
-  return newTriggers_.emplace_back(ProjectObject{Identifier(name, "Trigger"), ids_.Guid(), triggersWorkUnit_});
+  const std::string trigger = Identifier(name, "Trigger");
+  return newTriggers_.emplace_back(ProjectObject{trigger, ids_.Guid("trigger:" + trigger), triggersWorkUnit_});
 }
 
 std::string GameSyncs::SwitchesDocument(const std::string& workUnitName, int schemaVersion) const {

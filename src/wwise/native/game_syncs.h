@@ -1,6 +1,7 @@
 // The Switch groups, Switches and Triggers a native export refers to: the
 // project's own when one of that name exists, otherwise made in the export's
-// Switches and Triggers Work Units.
+// Switches and Triggers Work Units, with identities derived from their names
+// so that every export makes the same ones.
 #pragma once
 
 #include <string>

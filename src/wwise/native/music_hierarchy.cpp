@@ -128,11 +128,27 @@ class Builder {
     return child.isSegment ? model_.segments[child.index].guid : model_.containers[child.index].guid;
   }
 
+  // Each model object's role: the cluster or group it was made from (a
+  // cluster or group the score lists twice is told apart by its occurrence).
   void Index() {
-    for (size_t s = 0; s < model_.segments.size(); ++s) segmentIndex_.emplace(model_.segments[s].guid, s);
-    for (size_t c = 0; c < model_.containers.size(); ++c) containerIndex_.emplace(model_.containers[c].guid, c);
+    for (size_t s = 0; s < model_.segments.size(); ++s) {
+      segmentIndex_.emplace(model_.segments[s].guid, s);
+      roles_.emplace(model_.segments[s].guid, Occurrence("cluster:" + model_.segments[s].clusterGuid));
+    }
+    for (size_t c = 0; c < model_.containers.size(); ++c) {
+      containerIndex_.emplace(model_.containers[c].guid, c);
+      roles_.emplace(model_.containers[c].guid, Occurrence("group:" + model_.containers[c].groupGuid));
+    }
     segmentOwner_.assign(model_.segments.size(), kNone);
   }
+
+  // The role itself the first time, then "<role>@2", "<role>@3", ...
+  std::string Occurrence(const std::string& role) {
+    const int n = ++occurrences_[role];
+    return n == 1 ? role : role + "@" + std::to_string(n);
+  }
+
+  const std::string& Role(const std::string& modelGuid) const { return roles_.at(modelGuid); }
 
   // Kinds, owners and hosts, in model order: a group comes after every group
   // it holds, so a child's kind is known when its parent claims it.
@@ -253,7 +269,7 @@ class Builder {
       const size_t owner = segmentOwner_[s];
       objects_[segment.guid] = owner != kNone && plans_[owner].kind == Kind::Layers
                                    ? Reference(model_.containers[owner])
-                                   : ProjectObject{Clean(segment.name), segment.guid, unit_.id};
+                                   : ProjectObject{Clean(segment.name), ids_.Guid(Role(segment.guid)), unit_.id};
     }
     for (size_t c = 0; c < plans_.size(); ++c) {
       objects_[model_.containers[c].guid] = Reference(model_.containers[plans_[c].top]);
@@ -261,7 +277,7 @@ class Builder {
   }
 
   ProjectObject Reference(const WwiseMusicContainer& container) {
-    return {Clean(container.name), container.guid, unit_.id};
+    return {Clean(container.name), ids_.Guid(Role(container.guid)), unit_.id};
   }
 
   // Segments first (loose or held), then containers in model order, so that
@@ -272,7 +288,7 @@ class Builder {
       const size_t owner = segmentOwner_[s];
       if (owner != kNone && plans_[owner].kind == Kind::Layers) continue;
       const WwiseMusicSegment& segment = model_.segments[s];
-      segmentNodes_[s] = Segment(Clean(segment.name), segment.guid, segment.startTime, {&segment}, {});
+      segmentNodes_[s] = Segment(Clean(segment.name), Role(segment.guid), segment.startTime, {&segment}, {});
     }
     containerNodes_.assign(plans_.size(), kNone);
     playlistGroups_.assign(plans_.size(), kNone);
@@ -286,7 +302,7 @@ class Builder {
           layers.push_back(&model_.segments[child.index]);
           start = std::min(start, layers.back()->startTime);
         }
-        containerNodes_[c] = Segment(Clean(container.name), container.guid, start, layers, moves_.stingers[c]);
+        containerNodes_[c] = Segment(Clean(container.name), Role(container.guid), start, layers, moves_.stingers[c]);
         continue;
       }
       if (plan.kind == Kind::Playlist) playlistGroups_[c] = PlaylistGroup(c);
@@ -295,9 +311,9 @@ class Builder {
     }
   }
 
-  Node Segment(const std::string& name, const std::string& guid, double start,
+  Node Segment(const std::string& name, const std::string& role, double start,
                const std::vector<const WwiseMusicSegment*>& layers, const std::vector<const WwiseStinger*>& stingers) {
-    const Node node = Object(doc_, "MusicSegment", name, guid, ids_);
+    const Node node = Object(doc_, "MusicSegment", name, ids_, role);
     double end = start;
     for (const WwiseMusicSegment* layer : layers) end = std::max(end, layer->startTime + std::max(0.0, layer->duration));
     if (layers.size() == 1 && layers[0]->duration < 0) {
@@ -305,15 +321,15 @@ class Builder {
     }
     const double length = end - start;
     PropertyList(doc_, node, {Real64("EndPosition", length)});
-    const Node references = doc_.Element(node, "ReferenceList");
-    ObjectReference(doc_, references, "OutputBus", unit_.masterBus);
+    BusReferences(doc_.Element(node, "ReferenceList"), true);
     bool anyTrack = false;
     for (const WwiseMusicSegment* layer : layers) anyTrack = anyTrack || !layer->tracks.empty();
     if (anyTrack) {
       const Node tracks = doc_.Element(node, "ChildrenList");
       for (const WwiseMusicSegment* layer : layers) {
-        for (const WwiseMusicTrack& track : layer->tracks) {
-          doc_.Attach(tracks, Track(track, layer->startTime - start, std::max(0.0, layer->duration)));
+        for (size_t t = 0; t < layer->tracks.size(); ++t) {
+          const std::string role = Role(layer->guid) + "/track" + (t > 0 ? "@" + std::to_string(t + 1) : "");
+          doc_.Attach(tracks, Track(layer->tracks[t], role, layer->startTime - start, std::max(0.0, layer->duration)));
         }
       }
     }
@@ -327,15 +343,15 @@ class Builder {
     const Node lists = doc_.Element(node, "ObjectLists");
     const Node cues = doc_.Element(lists, "ObjectList");
     doc_.Attribute(cues, "Name", "Cues");
-    const Node entryCue = Object(doc_, "MusicCue", "Entry Cue", ids_.Guid());
+    const Node entryCue = Object(doc_, "MusicCue", "Entry Cue", ids_.Guid(role + "/entry cue"));
     doc_.Attach(LocalEntry(doc_, cues), entryCue);
     if (entry != 0.0) PropertyList(doc_, entryCue, {Real64("TimeMs", entry)});
-    const Node exitCue = Object(doc_, "MusicCue", "Exit Cue", ids_.Guid());
+    const Node exitCue = Object(doc_, "MusicCue", "Exit Cue", ids_.Guid(role + "/exit cue"));
     doc_.Attach(LocalEntry(doc_, cues), exitCue);
     std::vector<Property> exitProperties{Int16("CueType", 1)};
     if (exit != 0.0) exitProperties.push_back(Real64("TimeMs", exit));
     PropertyList(doc_, exitCue, std::move(exitProperties));
-    Stingers(lists, stingers);
+    Stingers(lists, role, stingers);
     return node;
   }
 
@@ -349,27 +365,27 @@ class Builder {
   }
 
   // A track whose one clip covers the cluster's audio from its start.
-  Node Track(const WwiseMusicTrack& track, double playAt, double length) {
-    const Node node = Object(doc_, "MusicTrack", Clean(track.name), track.guid, ids_);
+  Node Track(const WwiseMusicTrack& track, const std::string& role, double playAt, double length) {
+    const Node node = Object(doc_, "MusicTrack", Clean(track.name), ids_, role);
     const Node references = doc_.Element(node, "ReferenceList");
-    ObjectReference(doc_, references, "OutputBus", unit_.masterBus);
-    TransitionRoot(references, {});
+    BusReferences(references, false);
+    TransitionRoot(references, role, nullptr);
     const std::string file = AudioFile(track.audioFile);
     const std::string sourceName = file.substr(0, file.rfind('.'));
-    const std::string sourceId = ids_.Guid();
+    const std::string& sourceId = ids_.Guid(role + "/source");
     const Node source = Object(doc_, "AudioFileSource", sourceName, sourceId);
     doc_.Attach(doc_.Element(node, "ChildrenList"), source);
     doc_.Text(doc_.Element(source, "Language"), "SFX");
     doc_.Text(doc_.Element(source, "AudioFile"), file);
     const Node media = doc_.Element(doc_.Element(source, "MediaIDList"), "MediaID");
-    doc_.Attribute(media, "ID", std::to_string(ids_.ShortId()));
+    doc_.Attribute(media, "ID", std::to_string(ids_.ShortId(role + "/source")));
     const Node sequences = doc_.Element(doc_.Element(node, "ObjectLists"), "ObjectList");
     doc_.Attribute(sequences, "Name", "Sequences");
-    const Node sequence = Object(doc_, "MusicTrackSequence", "", ids_.Guid());
+    const Node sequence = Object(doc_, "MusicTrackSequence", "", ids_.Guid(role + "/sequence"));
     doc_.Attach(LocalEntry(doc_, sequences), sequence);
     const Node clips = doc_.Element(doc_.Element(sequence, "ObjectLists"), "ObjectList");
     doc_.Attribute(clips, "Name", "Clips");
-    const Node clip = Object(doc_, "MusicClip", sourceName, ids_.Guid());
+    const Node clip = Object(doc_, "MusicClip", sourceName, ids_.Guid(role + "/clip"));
     doc_.Attach(LocalEntry(doc_, clips), clip);
     std::vector<Property> properties{Real64("EndTrimOffset", length)};
     if (playAt != 0.0) properties.push_back(Real64("PlayAt", playAt));
@@ -403,7 +419,8 @@ class Builder {
   // its playlist guests as groups of their own.
   Node PlaylistGroup(size_t c) {
     const Plan& plan = plans_[c];
-    const Node group = Object(doc_, "MusicPlaylistItem", "", ids_.Guid(), ids_);
+    const std::string& role = Role(model_.containers[c].guid);
+    const Node group = Object(doc_, "MusicPlaylistItem", "", ids_, role + "/playlist");
     std::vector<Property> properties;
     if (plan.playMode != kSequenceContinuous) {
       properties.push_back(Int16("PlayMode", plan.playMode));
@@ -419,7 +436,7 @@ class Builder {
         continue;
       }
       const std::string& guid = GuidOf(child);
-      const Node leaf = Object(doc_, "MusicPlaylistItem", "", ids_.Guid(), ids_);
+      const Node leaf = Object(doc_, "MusicPlaylistItem", "", ids_, Occurrence(role + "/item/" + Role(guid)));
       doc_.Attach(items, leaf);
       PropertyList(doc_, leaf, {Int16("PlaylistItemType", 1)});
       ObjectReference(doc_, doc_.Element(leaf, "ReferenceList"), "Segment", objects_.at(guid));
@@ -431,12 +448,13 @@ class Builder {
     const WwiseMusicContainer& container = model_.containers[c];
     const Plan& plan = plans_[c];
     static constexpr const char* kElements[] = {"MusicPlaylistContainer", "MusicSwitchContainer", "", "Folder"};
-    const Node node = Object(doc_, kElements[static_cast<int>(plan.kind)], Clean(container.name), container.guid, ids_);
+    const std::string& role = Role(container.guid);
+    const Node node = Object(doc_, kElements[static_cast<int>(plan.kind)], Clean(container.name), ids_, role);
     if (plan.kind != Kind::Folder) {
       const Node references = doc_.Element(node, "ReferenceList");
-      ObjectReference(doc_, references, "OutputBus", unit_.masterBus);
+      BusReferences(references, true);
       if (plan.kind == Kind::Playlist) doc_.Attach(CustomReference(doc_, references, "PlaylistRoot"), playlistGroups_[c]);
-      TransitionRoot(references, moves_.transitions[c]);
+      TransitionRoot(references, role, &moves_.transitions[c]);
     }
     // Children: this container's own, and those of the playlist groups it hosts.
     std::vector<Node> children;
@@ -467,7 +485,7 @@ class Builder {
     if (plan.kind == Kind::Folder) return node;
     const Node lists = doc_.Element("ObjectLists");
     if (plan.kind == Kind::Switch) SwitchLists(lists, c);
-    Stingers(lists, moves_.stingers[c]);
+    Stingers(lists, role, moves_.stingers[c]);
     if (doc_.HasChildren(lists)) doc_.Attach(node, lists);
     return node;
   }
@@ -489,8 +507,9 @@ class Builder {
     ObjectReference(doc_, arguments, "", groupRef);
     const Node entries = doc_.Element(lists, "ObjectList");
     doc_.Attribute(entries, "Name", "Entries");
-    auto entry = [&](const ProjectObject& child, const ProjectObject& path) {
-      const Node node = Object(doc_, "MultiSwitchEntry", "", ids_.Guid());
+    const std::string& role = Role(container.guid);
+    auto entry = [&](const ProjectObject& child, const ProjectObject& path, const std::string& entryRole) {
+      const Node node = Object(doc_, "MultiSwitchEntry", "", ids_.Guid(entryRole));
       doc_.Attach(LocalEntry(doc_, entries), node);
       ObjectReference(doc_, doc_.Element(node, "ReferenceList"), "AudioNode", child);
       const Node pathList = doc_.Element(doc_.Element(node, "ObjectLists"), "ObjectList");
@@ -509,9 +528,10 @@ class Builder {
                      object.name + "\" gets no entry");
         continue;
       }
-      entry(object, *value);
+      const std::string entryRole = role + "/entry/" + Role(GuidOf(child));
+      entry(object, *value, entryRole);
       if (!defaultFound && (container.defaultSwitch == valueName || WwiseIdentifier(container.defaultSwitch) == value->name)) {
-        entry(object, groupRef);  // the group itself: any other value
+        entry(object, groupRef, entryRole + "/default");  // the group itself: any other value
         defaultFound = true;
       }
     }
@@ -521,7 +541,7 @@ class Builder {
     }
   }
 
-  void Stingers(Node lists, const std::vector<const WwiseStinger*>& stingers) {
+  void Stingers(Node lists, const std::string& role, const std::vector<const WwiseStinger*>& stingers) {
     Node list = kNone;
     for (const WwiseStinger* stinger : stingers) {
       const auto segment = objects_.find(stinger->segmentId);
@@ -533,7 +553,8 @@ class Builder {
         list = doc_.Element(lists, "ObjectList");
         doc_.Attribute(list, "Name", "Stingers");
       }
-      const Node node = Object(doc_, "MusicStinger", "", ids_.Guid());
+      const std::string stingerRole = role + "/stinger/" + stinger->triggerEvent + "/" + Role(stinger->segmentId);
+      const Node node = Object(doc_, "MusicStinger", "", ids_.Guid(Occurrence(stingerRole)));
       doc_.Attach(LocalEntry(doc_, list), node);
       const Node references = doc_.Element(node, "ReferenceList");
       ObjectReference(doc_, references, "Segment", segment->second);
@@ -541,25 +562,40 @@ class Builder {
     }
   }
 
-  // The transition root: a folder holding the default any-to-any
-  // transition, then the group's own.
-  void TransitionRoot(Node references, const std::vector<const WwiseTransition*>& transitions) {
-    const Node root = Object(doc_, "MusicTransition", "Root", ids_.Guid());
+  // References to the project's conversion settings (when it has them and
+  // the object takes them) and to its Master Audio Bus, in Wwise's order.
+  void BusReferences(Node references, bool conversion) {
+    if (conversion && !unit_.conversion.id.empty()) ObjectReference(doc_, references, "Conversion", unit_.conversion);
+    ObjectReference(doc_, references, "OutputBus", unit_.masterBus);
+  }
+
+  // The transition root: an empty folder on a track; on a container, a
+  // folder holding the default any-to-any transition, then the group's own.
+  void TransitionRoot(Node references, const std::string& role, const std::vector<const WwiseTransition*>* transitions) {
+    const Node root = Object(doc_, "MusicTransition", "Root", ids_.Guid(role + "/transitions"));
     doc_.Attach(CustomReference(doc_, references, "TransitionRoot"), root);
     PropertyList(doc_, root, {Flag("IsFolder")});
-    if (!transitions.empty()) {
+    if (transitions) {
       const Node children = doc_.Element(root, "ChildrenList");
-      const Node any = Object(doc_, "MusicTransition", "Transition", ids_.Guid());
+      const Node any = Object(doc_, "MusicTransition", "Transition", ids_.Guid(role + "/transition/any"));
       doc_.Attach(children, any);
       PropertyList(doc_, any, {Flag("PlayDestinationPreEntry"), Flag("PlaySourcePostExit")});
       doc_.Element(any, "TransitionInfo");
-      for (const WwiseTransition* transition : transitions) Transition(children, *transition);
+      for (const WwiseTransition* transition : *transitions) Transition(children, role, *transition);
     }
     doc_.Element(root, "TransitionInfo");
   }
 
-  void Transition(Node children, const WwiseTransition& transition) {
-    const Node node = Object(doc_, "MusicTransition", "Transition", ids_.Guid());
+  // The role of a transition's end: its cluster or group, or "-" for none.
+  std::string EndRole(const std::string& modelGuid) const {
+    const auto it = roles_.find(modelGuid);
+    return it == roles_.end() ? "-" : it->second;
+  }
+
+  void Transition(Node children, const std::string& holderRole, const WwiseTransition& transition) {
+    const std::string role =
+        Occurrence(holderRole + "/transition/" + EndRole(transition.sourceId) + ">" + EndRole(transition.destinationId));
+    const Node node = Object(doc_, "MusicTransition", "Transition", ids_.Guid(role));
     doc_.Attach(children, node);
     const auto source = objects_.find(transition.sourceId), destination = objects_.find(transition.destinationId);
     const bool hasSource = source != objects_.end(), hasDestination = destination != objects_.end();
@@ -590,10 +626,10 @@ class Builder {
     if (out.nearest || in.nearest) {
       report_.Warn(std::string("A fade curve with no Wwise equal is written as ") + (out.nearest ? out.nearest : in.nearest));
     }
-    const Node fadeOut = Object(doc_, "MusicFade", "Source Fade-out", ids_.Guid());
+    const Node fadeOut = Object(doc_, "MusicFade", "Source Fade-out", ids_.Guid(role + "/fade-out"));
     doc_.Attach(doc_.Element(info, "SourceFadeOut"), fadeOut);
     PropertyList(doc_, fadeOut, {Int16("FadeCurve", out.value), Real64("FadeTime", fade), Int16("FadeType", 1)});
-    const Node fadeIn = Object(doc_, "MusicFade", "Destination Fade-in", ids_.Guid());
+    const Node fadeIn = Object(doc_, "MusicFade", "Destination Fade-in", ids_.Guid(role + "/fade-in"));
     doc_.Attach(doc_.Element(info, "DestinationFadeIn"), fadeIn);
     PropertyList(doc_, fadeIn, {Int16("FadeCurve", in.value), Real64("FadeTime", std::min(transition.fadeInTime, 60.0))});
   }
@@ -608,6 +644,8 @@ class Builder {
   std::unordered_map<std::string, std::string> cleaned_, audioNames_;
   std::unordered_set<std::string> usedAudioNames_;
   std::unordered_map<std::string, ProjectObject> objects_;
+  std::unordered_map<std::string, std::string> roles_;  // by model GUID
+  std::unordered_map<std::string, int> occurrences_;
   std::vector<size_t> segmentOwner_;
   std::vector<Plan> plans_;
   Moves moves_;

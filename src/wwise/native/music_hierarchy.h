@@ -18,6 +18,7 @@ struct MusicWorkUnit {
   std::string id;
   int schemaVersion = 0;
   ProjectObject masterBus;
+  ProjectObject conversion;  // no ID when the project has no Default Conversion Settings
 };
 
 struct MusicHierarchy {
@@ -34,7 +35,9 @@ struct MusicHierarchy {
 // folder. A playlist group inside another playlist becomes a group of its
 // playlist items; an object the music hierarchy cannot nest where its group
 // sits goes to the top, with a warning. Audio files to copy are added to
-// `report.audio`.
+// `report.audio`. Every object's identities come from `ids` by role (see
+// identity.h): segments by their cluster, containers by their group, and
+// their parts by the same and what part they are.
 MusicHierarchy BuildMusicHierarchy(const WwiseProjectData& model, const MusicWorkUnit& unit, Identifiers& ids,
                                    GameSyncs& syncs, NativeExport& report);
 

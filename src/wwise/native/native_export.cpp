@@ -1,5 +1,7 @@
 #include "wwise/native/native_export.h"
 
+#include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "host/files.h"
@@ -37,10 +39,47 @@ class UniqueNames {
   std::unordered_set<std::string> used_;
 };
 
+// The IDs of the export's Work Units, by category. Each comes from the Work
+// Unit's name and category alone, so a re-export replaces the same files.
+struct WorkUnitIds {
+  explicit WorkUnitIds(const std::string& name) : name_(name) {}
+  std::string operator()(const char* category) const {
+    return DerivedGuid("work unit:" + std::string(category) + "/" + name_);
+  }
+  std::unordered_set<std::string> All() const {
+    std::unordered_set<std::string> all;
+    for (const char* category : kCategories) all.insert((*this)(category));
+    return all;
+  }
+  static constexpr const char* kCategories[] = {kMusicFolder, "Events", "SoundBanks", "Switches", "Triggers"};
+
+ private:
+  std::string name_;
+};
+
+// What the project holds outside the export's own Work Units (those of an
+// earlier export, which this one replaces): the game syncs it may use and
+// the identifiers no object of the export may take, the export's Work Unit
+// IDs among them.
+ProjectInfo Others(const ProjectInfo& project, const std::unordered_set<std::string>& own, ReservedIds& reserved) {
+  ProjectInfo others = project;
+  reserved.guids.insert(own.begin(), own.end());
+  const auto isOwn = [&](const ProjectObject& object) { return own.count(object.workUnitId) > 0; };
+  others.groups.erase(std::remove_if(others.groups.begin(), others.groups.end(), isOwn), others.groups.end());
+  others.triggers.erase(std::remove_if(others.triggers.begin(), others.triggers.end(), isOwn), others.triggers.end());
+  for (const auto& [id, workUnit] : project.objectIds) {
+    if (!own.count(workUnit)) reserved.guids.insert(id);
+  }
+  for (const auto& [shortId, workUnit] : project.shortIds) {
+    if (!own.count(workUnit)) reserved.shortIds.insert(shortId);
+  }
+  return others;
+}
+
 void AddFile(NativeExport& result, const ProjectInfo& project, const char* category, const std::string& workUnit,
-             std::string content) {
+             const std::string& id, std::string content) {
   std::string path = std::string(category) + "/" + workUnit + ".wwu";
-  if (!project.folder.empty() && ZOLVA::Files::IsRegularFile(project.folder + "/" + path)) {
+  if (const auto existing = project.workUnits.find(path); existing != project.workUnits.end() && existing->second != id) {
     result.Warn("The Wwise project already has \"" + path + "\": copying this export into it would replace that file");
   }
   result.files.push_back({category, std::move(path), std::move(content)});
@@ -50,20 +89,29 @@ void AddFile(NativeExport& result, const ProjectInfo& project, const char* categ
 
 NativeExport BuildNativeExport(const WwiseProjectData& model, const ExportOptions& options, const ProjectInfo& project) {
   NativeExport result;
-  Identifiers ids;
   const std::string workUnit = UniqueNames("WorkUnit", result)(model.projectName);
+  const WorkUnitIds unitIds(workUnit);
+  ReservedIds reserved;
+  const ProjectInfo others = Others(project, unitIds.All(), reserved);
+  Identifiers ids(std::move(reserved));
   const int schema = project.schemaVersion;
-  GameSyncs syncs(project, ids.Guid(), ids.Guid(), ids, result);
-  const MusicWorkUnit music{workUnit, ids.Guid(), schema, {"Master Audio Bus", kMasterAudioBusId, project.masterBusWorkUnitId}};
+  if (project.conversion.id.empty()) {
+    result.Warn("The Wwise project has no \"Default Conversion Settings\": segments and containers are written "
+                "without a Conversion reference");
+  }
+  GameSyncs syncs(others, unitIds("Switches"), unitIds("Triggers"), ids, result);
+  const MusicWorkUnit music{workUnit, unitIds(kMusicFolder), schema,
+                            {"Master Audio Bus", kMasterAudioBusId, project.masterBusWorkUnitId}, project.conversion};
   const MusicHierarchy hierarchy = BuildMusicHierarchy(model, music, ids, syncs, result);
-  AddFile(result, project, kMusicFolder, workUnit, hierarchy.document);
+  AddFile(result, project, kMusicFolder, workUnit, music.id, hierarchy.document);
 
   std::vector<ProjectObject> events;
   if (options.createEvents) {
     Document doc;
-    const std::string eventsWorkUnit = ids.Guid();
+    const std::string eventsWorkUnit = unitIds("Events");
     const WorkUnitFrame frame = WorkUnit(doc, "Events", workUnit, eventsWorkUnit, schema);
     UniqueNames names("Event", result);
+    std::unordered_map<std::string, int> playsOf;  // events so far by what they play
     Node list = 0;
     for (const WwiseEvent& event : model.events) {
       const auto target = hierarchy.playable.find(event.target);
@@ -72,40 +120,48 @@ NativeExport BuildNativeExport(const WwiseProjectData& model, const ExportOption
         continue;
       }
       if (events.empty()) list = doc.Element(frame.workUnit, "ChildrenList");
-      events.push_back({names(event.name), event.guid, eventsWorkUnit});
-      const Node node = Object(doc, "Event", events.back().name, event.guid);
+      // An event is what it plays: renaming the group keeps the event.
+      const int plays = ++playsOf[target->second.id];
+      const std::string role = "event:" + target->second.id + (plays > 1 ? "@" + std::to_string(plays) : "");
+      events.push_back({names(event.name), ids.Guid(role), eventsWorkUnit});
+      const Node node = Object(doc, "Event", events.back().name, events.back().id);
       doc.Attach(list, node);
-      const Node action = Object(doc, "Action", "", ids.Guid(), ids);
+      const Node action = Object(doc, "Action", "", ids, role + "/action");
       doc.Attach(doc.Element(node, "ChildrenList"), action);
       PropertyList(doc, action, {Int16("ActionType", 1)});  // play
       ObjectReference(doc, doc.Element(action, "ReferenceList"), "Target", target->second);
     }
-    AddFile(result, project, "Events", workUnit, doc.Write(frame.document));
+    AddFile(result, project, "Events", workUnit, eventsWorkUnit, doc.Write(frame.document));
   }
 
   if (options.createSoundBank) {
     Document doc;
-    const WorkUnitFrame frame = WorkUnit(doc, "SoundBanks", workUnit, ids.Guid(), schema);
+    const WorkUnitFrame frame = WorkUnit(doc, "SoundBanks", workUnit, unitIds("SoundBanks"), schema);
     UniqueNames names("SoundBank", result);
     if (!model.soundBanks.empty()) {
       const Node list = doc.Element(frame.workUnit, "ChildrenList");
       for (const WwiseSoundBank& bank : model.soundBanks) {
-        const Node node = Object(doc, "SoundBank", names(bank.name), bank.guid);
+        const std::string name = names(bank.name);
+        const Node node = Object(doc, "SoundBank", name, ids.Guid("soundbank:" + name));
         doc.Attach(list, node);
         const Node inclusions = doc.Element(node, "ObjectInclusionList");
         for (const ProjectObject& event : events) {
           const Node ref = doc.Element(inclusions, "ObjectRef");
           doc.Attribute(ref, "Name", event.name).Attribute(ref, "ID", event.id).Attribute(ref, "WorkUnitID", event.workUnitId);
-          doc.Attribute(ref, "Filter", "7").Attribute(ref, "Origin", "Manual");  // events, structures and media
+          doc.Attribute(ref, "Origin", "Manual").Attribute(ref, "Filter", "7");  // events, structures and media
         }
         doc.Element(node, "ObjectExclusionList");
         doc.Element(node, "GameSyncExclusionList");
       }
     }
-    AddFile(result, project, "SoundBanks", workUnit, doc.Write(frame.document));
+    AddFile(result, project, "SoundBanks", workUnit, unitIds("SoundBanks"), doc.Write(frame.document));
   }
-  if (syncs.HasNewGroups()) AddFile(result, project, "Switches", workUnit, syncs.SwitchesDocument(workUnit, schema));
-  if (syncs.HasNewTriggers()) AddFile(result, project, "Triggers", workUnit, syncs.TriggersDocument(workUnit, schema));
+  if (syncs.HasNewGroups()) {
+    AddFile(result, project, "Switches", workUnit, unitIds("Switches"), syncs.SwitchesDocument(workUnit, schema));
+  }
+  if (syncs.HasNewTriggers()) {
+    AddFile(result, project, "Triggers", workUnit, unitIds("Triggers"), syncs.TriggersDocument(workUnit, schema));
+  }
   return result;
 }
 

@@ -14,7 +14,10 @@ namespace ZOLVA_Wwise::Native {
 
 // Every document and audio copy of the export, in memory: the music Work
 // Unit, then events and sound bank (as the options ask), then the Switch
-// groups and Triggers the project lacked.
+// groups and Triggers the project lacked. Every identity is derived from
+// the score (see identity.h) and kept clear of those the project's own
+// objects use; the Work Units of an earlier export of the same name count
+// as this export's own, which it replaces.
 NativeExport BuildNativeExport(const WwiseProjectData& model, const ExportOptions& options, const ProjectInfo& project);
 
 // Writes the documents under `root` (and the audio, when `copyAudio`),

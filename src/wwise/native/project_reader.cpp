@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <system_error>
 
 #include "host/files.h"
@@ -30,6 +31,20 @@ std::string ToUtf8(const fs::path& path) {
   return std::string(text.begin(), text.end());
 }
 
+std::optional<uint32_t> ShortIdValue(const std::string& text) {
+  uint32_t value = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, ec] = std::from_chars(text.data(), end, value);
+  if (ec != std::errc() || stop != end) return std::nullopt;
+  return value;
+}
+
+// Folders of a project that hold no Work Units of its own.
+bool SkippedFolder(const fs::path& name) {
+  const std::string text = ToUtf8(name);
+  return text.empty() || text[0] == '.' || text == "Originals" || text == "GeneratedSoundBanks";
+}
+
 }  // namespace
 
 bool IsSupportedSchemaVersion(int version) { return version == 119 || version == 123; }
@@ -51,7 +66,7 @@ int ProjectSchemaVersion(std::string_view wprojText) {
   return version;
 }
 
-void ReadWorkUnit(std::string_view wwuText, ProjectInfo& info) {
+std::string ReadWorkUnit(std::string_view wwuText, ProjectInfo& info) {
   std::string workUnitId;
   GameSyncGroup* group = nullptr;  // the group whose values are being read
   size_t groupDepth = 0, depth = 0;
@@ -64,8 +79,20 @@ void ReadWorkUnit(std::string_view wwuText, ProjectInfo& info) {
     const std::string* name = tag.Attribute("Name");
     const std::string* id = tag.Attribute("ID");
     if (tag.name == "WwiseDocument" && id) workUnitId = *id;
+    const bool reference = EndsWith(tag.name, "Ref");  // ObjectRef, AudioSourceRef: another object's ID
+    if (id && !reference && !workUnitId.empty()) {
+      if (tag.name == "MediaID") {
+        if (const auto value = ShortIdValue(*id)) info.shortIds.emplace_back(*value, workUnitId);
+      } else {
+        info.objectIds.emplace_back(*id, workUnitId);
+      }
+    }
+    if (const std::string* shortId = tag.Attribute("ShortID"); shortId && !workUnitId.empty()) {
+      if (const auto value = ShortIdValue(*shortId)) info.shortIds.emplace_back(*value, workUnitId);
+    }
     if (name && id && !workUnitId.empty()) {
       if (tag.name == "Bus" && *id == kMasterAudioBusId) info.masterBusWorkUnitId = workUnitId;
+      if (tag.name == "Conversion" && *name == "Default Conversion Settings") info.conversion = {*name, *id, workUnitId};
       if (tag.name == "SwitchGroup" || tag.name == "StateGroup") {
         GameSyncGroup& added = info.groups.emplace_back();
         added.name = *name;
@@ -82,6 +109,7 @@ void ReadWorkUnit(std::string_view wwuText, ProjectInfo& info) {
     }
     if (tag.kind == Tag::Start) ++depth;
   });
+  return workUnitId;
 }
 
 bool ReadProject(const std::string& wprojPath, ProjectInfo& info, std::string& error) {
@@ -112,12 +140,17 @@ bool ReadProject(const std::string& wprojPath, ProjectInfo& info, std::string& e
   }
   const fs::path folder = path.parent_path();
   info.folder = ToUtf8(folder);
-  for (const char* category : {"Master-Mixer Hierarchy", "Switches", "States", "Triggers"}) {
-    std::error_code ec;
+  std::error_code ec;
+  for (fs::directory_iterator category(folder, ec), end; !ec && category != end; category.increment(ec)) {
+    std::error_code ignored;
+    if (SkippedFolder(category->path().filename()) || !category->is_directory(ignored)) continue;
     // Physical folders inside a category hold Work Units too.
-    for (fs::recursive_directory_iterator it(folder / category, ec), end; !ec && it != end; it.increment(ec)) {
-      if (it->path().extension() != ".wwu" || !it->is_regular_file(ec)) continue;
-      if (ReadWhole(it->path(), text)) ReadWorkUnit(text, info);
+    std::error_code inner;
+    for (fs::recursive_directory_iterator it(category->path(), inner), stop; !inner && it != stop; it.increment(inner)) {
+      if (it->path().extension() != ".wwu" || !it->is_regular_file(inner) || !ReadWhole(it->path(), text)) continue;
+      const std::string id = ReadWorkUnit(text, info);
+      const auto relative = it->path().lexically_relative(folder).generic_u8string();
+      if (!id.empty()) info.workUnits[std::string(relative.begin(), relative.end())] = id;
     }
   }
   if (info.masterBusWorkUnitId.empty()) {
