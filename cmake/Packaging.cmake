@@ -14,8 +14,11 @@ if(APPLE)
   if("arm64" IN_LIST CMAKE_OSX_ARCHITECTURES AND "x86_64" IN_LIST CMAKE_OSX_ARCHITECTURES)
     set(_zolva_platform "macos-universal")
   else()
-    message(WARNING "CMAKE_OSX_ARCHITECTURES is \"${CMAKE_OSX_ARCHITECTURES}\": the release archive will "
-                    "not be universal (arm64;x86_64)")
+    # A cross build makes one architecture on purpose; the slices are joined afterwards.
+    if(NOT CMAKE_CROSSCOMPILING)
+      message(WARNING "CMAKE_OSX_ARCHITECTURES is \"${CMAKE_OSX_ARCHITECTURES}\": the release archive will "
+                      "not be universal (arm64;x86_64)")
+    endif()
     string(REPLACE ";" "-" _zolva_arch "${CMAKE_OSX_ARCHITECTURES}")
     if(NOT _zolva_arch)
       set(_zolva_arch "${CMAKE_SYSTEM_PROCESSOR}")
