@@ -1,8 +1,6 @@
 #include "cluster/association.h"
 
-#include <algorithm>
 #include <ctime>
-#include <unordered_map>
 
 #include "cluster/cluster_state.h"
 #include "cluster/legacy_format.h"
@@ -44,19 +42,9 @@ bool EditCluster(const std::string& guid, Edit&& edit) {
     const auto cluster = cache.clusters.find(index->second);
     if (cluster == cache.clusters.end()) return;
     found = true;
-    edit(cluster->second, index->second, cache.itemIndex);
+    edit(cluster->second, index->second, cache);
   });
   return found;
-}
-
-using ItemIndex = std::unordered_map<std::string, std::vector<uint32_t>>;
-
-void Unindex(ItemIndex& itemIndex, const std::string& item, uint32_t index) {
-  const auto entry = itemIndex.find(item);
-  if (entry == itemIndex.end()) return;
-  std::vector<uint32_t>& holders = entry->second;
-  holders.erase(std::remove(holders.begin(), holders.end(), index), holders.end());
-  if (holders.empty()) itemIndex.erase(entry);
 }
 
 }  // namespace
@@ -72,7 +60,7 @@ AssociationResult AssociateSelectedItems(const std::string& cluster_guid, const 
   AssociationResult result;
   State::Initialize();
   if (!IsRegistered(cluster_guid)) State::AddCluster(ClusterToRegister(cluster_guid));
-  const bool found = EditCluster(cluster_guid, [&](ClusterData& cluster, uint32_t index, ItemIndex& itemIndex) {
+  const bool found = EditCluster(cluster_guid, [&](ClusterData& cluster, uint32_t index, State::ClusterStateCache& cache) {
     RefreshHold hold;
     for (MediaItem* item : SelectedItems()) {
       ItemAssociation record;
@@ -91,7 +79,7 @@ AssociationResult AssociateSelectedItems(const std::string& cluster_guid, const 
       const int take = static_cast<int>(ItemValue(item, "I_CURTAKE"));
       record.item_take_guid = GetTake ? TakeGuid(GetTake(item, take)) : std::string();
       record.time_modified = static_cast<int64_t>(std::time(nullptr));
-      if (existing == cluster.items.end()) itemIndex[record.item_guid].push_back(index);
+      if (existing == cluster.items.end()) cache.itemIndex[record.item_guid].push_back(index);
       result.item_guids.push_back(record.item_guid);
       std::string key = record.item_guid;
       cluster.items.insert_or_assign(std::move(key), std::move(record));
@@ -111,7 +99,7 @@ AssociationResult DisassociateSelectedItems(const std::string& cluster_guid) {
   AssociationResult result;
   State::Initialize();
   result.success = true;
-  EditCluster(cluster_guid, [&](ClusterData& cluster, uint32_t index, ItemIndex& itemIndex) {
+  EditCluster(cluster_guid, [&](ClusterData& cluster, uint32_t index, State::ClusterStateCache& cache) {
     RefreshHold hold;
     for (MediaItem* item : SelectedItems()) {
       const std::string guid = ItemGuid(item);
@@ -119,7 +107,7 @@ AssociationResult DisassociateSelectedItems(const std::string& cluster_guid) {
         ++result.items_skipped;
         continue;
       }
-      Unindex(itemIndex, guid, index);
+      State::UnindexItem(cache, guid, index);
       result.item_guids.push_back(guid);
       ++result.items_associated;
     }

@@ -1,5 +1,6 @@
 #include "cluster/cluster_state.h"
 
+#include <algorithm>
 #include <mutex>
 
 namespace ZOLVA_Cluster::State {
@@ -24,6 +25,14 @@ std::vector<ClusterData> CopyClusters(const ClusterStateCache& cache) {
   list.reserve(cache.clusters.size());
   for (const auto& entry : cache.clusters) list.push_back(entry.second);
   return list;
+}
+
+void UnindexItem(ClusterStateCache& cache, const std::string& item, uint32_t index) {
+  const auto entry = cache.itemIndex.find(item);
+  if (entry == cache.itemIndex.end()) return;
+  std::vector<uint32_t>& holders = entry->second;
+  holders.erase(std::remove(holders.begin(), holders.end(), index), holders.end());
+  if (holders.empty()) cache.itemIndex.erase(entry);
 }
 
 void Initialize() {

@@ -14,6 +14,7 @@
 
 #include "cluster/cluster_data.h"
 #include "cluster/render_backup.h"
+#include "host/reaper_api.h"
 
 namespace ZOLVA_Cluster::State {
 
@@ -27,6 +28,10 @@ struct ClusterStateCache {
   // Never reset by clearing: an index seen once never names another cluster.
   uint32_t nextIndex = 1;
   bool valid = false;  // the cache agrees with the project
+  // What it agrees with: the project, and its stored registry text as the
+  // last load or save left it (as far as a read sees it).
+  ReaProject* syncedProject = nullptr;
+  std::string syncedText;
   std::chrono::steady_clock::time_point lastUpdate;
   // Kept beside the registry, under the same lock; a load leaves it alone.
   RenderBackup renderBackup;
@@ -59,5 +64,9 @@ void ReplaceClusters(ClusterStateCache& cache, const std::vector<ClusterData>& c
 
 // Every cluster, copied, in registry order.
 std::vector<ClusterData> CopyClusters(const ClusterStateCache& cache);
+
+// For use inside WithRegistry: the item no longer counts as a member of the
+// cluster at `index` in the item index (the cluster's own map is the caller's).
+void UnindexItem(ClusterStateCache& cache, const std::string& item, uint32_t index);
 
 }  // namespace ZOLVA_Cluster::State

@@ -8,9 +8,22 @@
 #include "cluster/legacy_format.h"
 #include "cluster/legacy_migration.h"
 #include "cluster/project_ext_state.h"
+#include "host/reaper_api.h"
 #include "json/json_text.h"
 
 namespace ZOLVA_Cluster {
+namespace {
+
+ReaProject* CurrentProject() { return EnumProjects ? EnumProjects(-1, nullptr, 0) : nullptr; }
+
+// Under the lock: the registry now agrees with the current project as stored.
+void NoteAgreement(State::ClusterStateCache& cache) {
+  cache.valid = true;
+  cache.syncedProject = CurrentProject();
+  cache.syncedText = ReadProjectValue(kClusterDataKey, kClusterDataBufferSize);
+}
+
+}  // namespace
 
 std::string LoadFromProject() {
   const std::string stored = ReadProjectValue(kClusterDataKey, kClusterDataBufferSize);
@@ -20,7 +33,7 @@ std::string LoadFromProject() {
 
   State::WithRegistry([&](State::ClusterStateCache& cache) {
     State::ReplaceClusters(cache, clusters);
-    cache.valid = true;
+    NoteAgreement(cache);
     cache.lastUpdate = std::chrono::steady_clock::now();
   });
   return "{\"success\":true,\"clusters_loaded\":" + std::to_string(clusters.size()) +
@@ -34,6 +47,7 @@ std::string SaveToProject() {
     WriteClusterData(Serialize::SerializeAllClusters(clusters));
     WriteProjectValue(kClusterItemsKey, Serialize::SerializeLegacyClusterItems(clusters));
     MarkCurrentProjectDirty();
+    NoteAgreement(cache);
     saved = clusters.size();
   });
   return "{\"success\":true,\"clusters_saved\":" + std::to_string(saved) + "}";
@@ -53,6 +67,28 @@ std::string RebuildCache() {
 
 void InvalidateCache() {
   State::WithRegistry([](State::ClusterStateCache& cache) { cache.valid = false; });
+}
+
+std::string SyncRegistryWithProject() {
+  const std::string stored = ReadProjectValue(kClusterDataKey, kClusterDataBufferSize);
+  bool agrees = false;
+  State::Initialize();
+  State::WithRegistry([&](const State::ClusterStateCache& cache) {
+    agrees = cache.valid && cache.syncedProject == CurrentProject() && cache.syncedText == stored;
+  });
+  if (agrees) return std::string();
+  const std::string result = LoadFromProject();
+  // The load fails only on a legacy cluster table it cannot read.
+  if (result.find("\"success\":false") != std::string::npos) {
+    return "The project's clusters could not be read: its legacy cluster table (CLUSTER_TABLE) is damaged.";
+  }
+  State::WithRegistry([&](State::ClusterStateCache& cache) {
+    // A project without stored clusters leaves a load without effect; it
+    // must not show the clusters of the project loaded before it.
+    if (result.find("\"clusters_migrated\":0,\"message\"") != std::string::npos) State::ReplaceClusters(cache, {});
+    NoteAgreement(cache);
+  });
+  return std::string();
 }
 
 bool GetClusterData(const char* guid, std::string& json) {

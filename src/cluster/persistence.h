@@ -20,6 +20,12 @@ std::string RebuildCache();
 // Marks the registry as no longer agreeing with the project.
 void InvalidateCache();
 
+// Makes the registry hold the current project's clusters, loading them
+// (legacy migration included) unless the registry already agrees with this
+// project and its stored text; a project with no clusters gives an empty
+// registry. Empty on success, else the load's error message.
+std::string SyncRegistryWithProject();
+
 // One cluster as a JSON object; false for a null, empty or unknown GUID.
 bool GetClusterData(const char* guid, std::string& json);
 
