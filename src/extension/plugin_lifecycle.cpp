@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "actions/action_list.h"
 #include "extension/module_list.h"
 #include "host/api_frame.h"
 #include "host/run_action.h"
@@ -29,12 +30,20 @@ reaper_plugin_info_t* g_rec = nullptr;
 int command_id = 0;
 custom_action_register_t action = {0, "ZOLVA_OPEN_COMMAND", "ZOLVA: Run", nullptr};
 
-// The command hook, guarded like every registered function. Only running the
-// script can throw, and that happens only for the action's own command, which
+// "ZOLVA: Run" first, then the native actions; any other command is left alone.
+bool OnCommand(KbdSectionInfo* section, int command, int val, int valhw, int relmode, HWND hwnd) {
+  return OnAction(section, command, val, valhw, relmode, hwnd) || ZOLVA_Actions::RunAction(command);
+}
+
+// The command hook, guarded like every registered function. Only running an
+// action can throw, and that happens only for one of our own commands, which
 // counts as handled whatever happened.
-void* HookPointer() { return reinterpret_cast<void*>(Guarded<&OnAction, true>); }
+void* HookPointer() { return reinterpret_cast<void*>(Guarded<&OnCommand, true>); }
 
 void Register() {
+  // The native actions come first, so that the ids after "ZOLVA: Run"'s own
+  // are not ours.
+  ZOLVA_Actions::RegisterActions();
   if (plugin_register) {
     command_id = plugin_register("custom_action", &action);
     SetRunActionCommandId(command_id);
@@ -55,6 +64,7 @@ void Unregister() {
     plugin_register("-custom_action", &action);
     plugin_register("-hookcommand2", HookPointer());
   }
+  ZOLVA_Actions::UnregisterActions();
 }
 
 }  // namespace

@@ -19,11 +19,11 @@ std::optional<RegionInfo> FindByGuidText(const char* guid) {
 
 int CountEntries() { return CountProjectMarkers ? CountProjectMarkers(nullptr, nullptr, nullptr) : 0; }
 
-// Writes an entry back with new boundaries and colour, everything else as it is.
-bool Rewrite(const RegionInfo& entry, double position, double regionEnd, int color) {
+// Writes an entry back with new boundaries, colour and name, its number as it is.
+bool Rewrite(const RegionInfo& entry, double position, double regionEnd, int color, const std::string& name) {
   if (!SetProjectMarkerByIndex2) return false;
   return SetProjectMarkerByIndex2(nullptr, entry.enumIndex, entry.isRegion, position, regionEnd, entry.displayIndex,
-                                  entry.name.c_str(), color, 0);
+                                  name.c_str(), color, 0);
 }
 
 // The GUID of the region AddProjectMarker2 just numbered: the first region
@@ -84,12 +84,17 @@ bool API_UpdateRegionBoundaries(const char* guid, double newPosition, double new
   // Any value that is not 0 or more (NaN included) keeps the current one.
   const double position = newPosition >= 0.0 ? newPosition : entry->position;
   const double regionEnd = newEnd >= 0.0 ? newEnd : entry->regionEnd;
-  return Rewrite(*entry, position, regionEnd, entry->color);
+  return Rewrite(*entry, position, regionEnd, entry->color, entry->name);
 }
 
 bool API_UpdateRegionColor(const char* guid, int newColor) {
   const std::optional<RegionInfo> entry = FindByGuidText(guid);
-  return entry && Rewrite(*entry, entry->position, entry->regionEnd, newColor);
+  return entry && Rewrite(*entry, entry->position, entry->regionEnd, newColor, entry->name);
+}
+
+bool UpdateRegionByGUID(const std::string& guid, double position, double regionEnd, const std::string& name) {
+  const std::optional<RegionInfo> entry = FindByGuidText(guid.c_str());
+  return entry && Rewrite(*entry, position, regionEnd, entry->color, name);
 }
 
 bool API_GetRegionByGUID(const char* guid, double* positionOut, double* regionEndOut, char* nameOut,

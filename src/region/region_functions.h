@@ -2,6 +2,8 @@
 // answers false or -1 on failure and never lets an exception out.
 #pragma once
 
+#include <string>
+
 namespace ZOLVA_Region {
 
 int API_GetEnumIndexFromGUID(const char* guid);
@@ -17,5 +19,9 @@ bool API_GetRegionByGUID(const char* guid, double* positionOut, double* regionEn
                          int nameOut_sz, int* colorOut, int* enumIndexOut, int* displayIndexOut);
 bool API_GetRegionByName(const char* name, char* guidOut, int guidOut_sz, double* positionOut,
                          double* regionEndOut, int* colorOut, int* enumIndexOut);
+
+// Not published to scripts: a region's bounds and name at once, its colour
+// and number kept; false for an unknown GUID.
+bool UpdateRegionByGUID(const std::string& guid, double position, double regionEnd, const std::string& name);
 
 }  // namespace ZOLVA_Region

@@ -14,6 +14,8 @@
 //   xmllint "path" [schema]                 the file is well-formed XML [and valid against expected/<schema>]
 //   run | reload | unload                  the "ZOLVA: Run" action | unload and load again | unload only
 //                                           (the vararg entries stay callable)
+//   action ZOLVA_...                       a native action, run by its command id as REAPER runs it
+//   tab N                                  project tab N becomes the current project
 //   ZOLVA_Name(arg, ...) [== result, ...]   a call, and what it returns then its outputs
 // Literals: "text" (\" \\ \n \t \r escapes; ${name} is replaced by a bound text),
 // nil, true, false, integers, numbers with a point or exponent, and $name, bound
@@ -32,6 +34,7 @@
 #include <fstream>
 #include <map>
 #include <memory>
+#include <optional>
 #include <sstream>
 
 #include "call_script.h"
@@ -165,13 +168,20 @@ Value HostValue(sim::Host& h, const std::string& key) {
   for (const auto& r : h.scriptRegistrations) {
     script = (r.add ? "add " : "remove ") + std::to_string(r.section) + ' ' + r.path + (r.commit ? " commit" : "");
   }
+  std::string undo, renders;
+  for (const std::string& u : h.undoPoints) undo += (undo.empty() ? "" : "|") + u;
+  for (const std::string& r : h.renders) renders += (renders.empty() ? "" : "|") + r;
   const auto& libPath = h.extState[{"ZOLVA", "lib_path"}];
   const std::map<std::string, Value> v{
       {"dirty", h.dirtyMarks}, {"messages", int(h.messageBoxes.size())}, {"message", message},
       {"scripts", int(h.scriptRegistrations.size())}, {"script", script}, {"commands", commands},
       {"calls", int(h.hostCalls)}, {"lib_path", libPath.first + (libPath.second ? " (persisted)" : "")},
       {"refresh", h.refreshHold}, {"refreshes", h.refreshCalls}, {"arrange", h.arrangeUpdates},
-      {"writes", h.valueWrites}};
+      {"writes", h.valueWrites}, {"undo", undo}, {"undo_open", h.undoOpen}, {"console", h.console},
+      {"prompts", int(h.prompts.size())}, {"prompt", h.prompts.empty() ? "" : h.prompts.back()},
+      {"toggle", h.ToggleState(h.customActions.count("ZOLVA_AUDITION_CLUSTER") ? h.customActions["ZOLVA_AUDITION_CLUSTER"] : 0)},
+      {"toolbars", int(h.toolbarRefreshes.size())}, {"renders", renders}, {"ext_writes", h.extWrites},
+      {"unanswered", int(h.inputAnswers.size() + h.fileAnswers.size() + h.boxAnswers.size())}};
   return v.at(key);
 }
 
@@ -183,6 +193,20 @@ void SetHost(sim::Host& h, const std::string& key, const Value& value) {
   if (key == "play") h.playPosition = Number(value);
   if (key == "sws") h.swsPresent = std::get<bool>(value);
   if (key == "lib_path") h.extState[{"ZOLVA", "lib_path"}] = {std::get<std::string>(value), false};
+  if (key == "cursor") h.cursor = Number(value);
+  if (key == "loop_start") h.loopStart = Number(value);
+  if (key == "loop_end") h.loopEnd = Number(value);
+  if (key == "project") h.projectPath = std::get<std::string>(value);
+  if (key == "box") h.boxAnswers.push_back(std::get<int>(value));
+  if (key == "missing") h.missing.insert(std::get<std::string>(value));
+  if (key == "console") h.console = std::get<std::string>(value);
+  if (key == "render_file") h.projectInfoText["RENDER_FILE"] = std::get<std::string>(value);
+  if (key == "render_settings") h.projectInfo["RENDER_SETTINGS"] = Number(value);
+  // A typed text, or nil for Cancel.
+  for (const char* queue : {"answer", "file"}) {
+    const auto answer = std::holds_alternative<std::string>(value) ? std::optional<std::string>(std::get<std::string>(value)) : std::nullopt;
+    if (key == queue) (key == "file" ? h.fileAnswers : h.inputAnswers).push_back(answer);
+  }
 }
 
 // "K=literal" pairs of a set or expect line on one object.
@@ -317,6 +341,12 @@ void Line(Script& sc, const std::string& line) {
     std::filesystem::remove(file);
   } else if (verb == "run") {
     EXPECT_TRUE(sc.host.RunCommand(sc.host.customActions.at("ZOLVA_OPEN_COMMAND"))) << sc.where;
+  } else if (verb == "action") {
+    EXPECT_TRUE(sc.host.RunCommand(sc.host.customActions.at(name))) << sc.where;
+    EXPECT_EQ(sc.host.undoOpen, 0) << sc.where << ": undo blocks left open";
+    EXPECT_EQ(sc.host.refreshHold, 0) << sc.where << ": UI refresh left held";
+  } else if (verb == "tab") {
+    sc.host.SwitchTab(std::stoi(name));
   } else if (verb == "unload") {
     sc.extension->Unload();
   } else if (verb == "reload") {

@@ -28,8 +28,10 @@ TEST(Foundation, CallsNoHostFunctionItWasNotGivenOrBeforeItIsLoaded) {
 // api_definitions.txt lists every script function in registration order, one a
 // line as name|return|types|names|help. Modules, known by their name prefixes,
 // withdraw in reverse order; each withdraws only the "API_" names, in its own order.
+// The ten native actions and their toggle callback come before all of it and go after it.
 TEST(Foundation, RegistersTheListedFunctionsAndWithdrawsOnlyTheirApiNames) {
-  std::vector<std::string> log, expected{"custom_action", "hookcommand2"};
+  std::vector<std::string> log, expected(10, "custom_action");
+  expected.insert(expected.end(), {"toggleaction", "custom_action", "hookcommand2"});
   std::vector<std::vector<std::string>> withdrawals;  // per module
   std::string lastModule;
   size_t functions = 0;
@@ -44,7 +46,8 @@ TEST(Foundation, RegistersTheListedFunctionsAndWithdrawsOnlyTheirApiNames) {
     withdrawals.back().push_back("-API_" + name);
   }
   for (auto m = withdrawals.rbegin(); m != withdrawals.rend(); ++m) expected.insert(expected.end(), m->begin(), m->end());
-  expected.insert(expected.end(), {"-custom_action", "-hookcommand2"});
+  expected.insert(expected.end(), {"-custom_action", "-hookcommand2", "-toggleaction"});
+  expected.insert(expected.end(), 10, "-custom_action");
   sim::Host host;
   e2e::Extension ext(host);  // stays open: the kept keys and texts live in it
   ext.Unload();

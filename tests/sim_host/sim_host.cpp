@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <random>
 
 namespace sim {
@@ -111,10 +112,20 @@ bool SetProjectMarkerByIndex2(ReaProject*, int idx, bool isrgn, double pos, doub
   return true;
 }
 
-// Read-only keys "MARKER_GUID:<enumeration index>" and "MARKER_INDEX_FROM_GUID:<guid>".
+std::string RenderTargets(Host& h);
+
+// Read-only keys "MARKER_GUID:<enumeration index>", "MARKER_INDEX_FROM_GUID:<guid>" and "RENDER_TARGETS";
+// "RENDER_FILE" and "RENDER_PATTERN" are read and written.
 bool GetSetProjectInfo_String(ReaProject*, const char* desc, char* buf, bool isSet) {
   Host& h = H();
   char* end = nullptr;
+  if (desc && (std::strcmp(desc, "RENDER_FILE") == 0 || std::strcmp(desc, "RENDER_PATTERN") == 0)) {
+    return isSet ? (h.projectInfoText[desc] = buf ? buf : "", true) : CopyWhole(buf, &h.projectInfoText[desc]);
+  }
+  if (desc && !isSet && std::strcmp(desc, "RENDER_TARGETS") == 0) {
+    const std::string targets = RenderTargets(h);
+    return CopyWhole(buf, &targets);
+  }
   if (!desc || isSet) return false;
   if (StartsWith(desc, "MARKER_GUID:")) {  // out-of-range numbers saturate, and At refuses them
     const Marker* m = At(h.markers, std::strtol(desc + 12, &end, 10));
@@ -163,7 +174,8 @@ int GetProjExtState(ReaProject*, const char* extname, const char* key, char* buf
 
 // An empty value deletes the key; returns the size of the extname's state.
 int SetProjExtState(ReaProject*, const char* extname, const char* key, const char* value) {
-  ExtValues& section = H().projExtState[extname ? extname : ""];
+  ++H().extWrites;
+  ExtValues& section = g_current->projExtState[extname ? extname : ""];
   value && *value ? void(section[key] = value) : void(section.erase(key));
   size_t size = 0;
   for (const auto& kv : section) size += kv.first.size() + kv.second.size();
@@ -172,8 +184,102 @@ int SetProjExtState(ReaProject*, const char* extname, const char* key, const cha
 
 void MarkProjectDirty(ReaProject*) { ++H().dirtyMarks; }
 
+// Answers from boxAnswers, then "OK" (1).
 int ShowMessageBox(const char* msg, const char* title, int type) {
-  return H().messageBoxes.push_back({msg ? msg : "", title ? title : "", type}), 1;  // "OK"
+  Host& h = H();
+  h.messageBoxes.push_back({msg ? msg : "", title ? title : "", type});
+  const int answer = h.boxAnswers.empty() ? 1 : h.boxAnswers.front();
+  if (!h.boxAnswers.empty()) h.boxAnswers.pop_front();
+  return answer;
+}
+
+// The next queued answer copied into the caller's buffer, cut to its size;
+// false (Cancel) for a queued nothing or when none is left.
+bool Answer(std::deque<std::optional<std::string>>& answers, char* buf, int size) {
+  const std::optional<std::string> answer = answers.empty() ? std::nullopt : answers.front();
+  if (!answers.empty()) answers.pop_front();
+  if (answer && buf && size > 0) buf[answer->copy(buf, size - 1)] = '\0';
+  return answer.has_value();
+}
+
+bool GetUserInputs(const char* title, int, const char* captions, char* values, int size) {
+  Host& h = H();
+  h.prompts.push_back(std::string(title ? title : "") + '|' + (captions ? captions : "") + '|' + (values ? values : ""));
+  return Answer(h.inputAnswers, values, size);
+}
+
+// The buffer holds 4096 bytes, as the function's name (filenameNeed4096) asks.
+bool GetUserFileNameForRead(char* path, const char* title, const char* extension) {
+  Host& h = H();
+  h.prompts.push_back(std::string(title ? title : "") + '|' + (extension ? extension : "") + '|' + (path ? path : ""));
+  return Answer(h.fileAnswers, path, 4096);
+}
+
+void ShowConsoleMsg(const char* text) { H().console += text ? text : ""; }
+void Undo_BeginBlock2(ReaProject*) { ++H().undoOpen; }
+void Undo_EndBlock2(ReaProject*, const char* name, int flags) {
+  Host& h = H();
+  --h.undoOpen;
+  h.undoPoints.push_back(std::string(name ? name : "") + '/' + std::to_string(flags));
+}
+double GetCursorPositionEx(ReaProject*) { return H().cursor; }
+void RefreshToolbar2(int, int command) { H().toolbarRefreshes.push_back(command); }
+
+// The time selection (isLoop asks for the loop points, which are not simulated apart).
+void GetSet_LoopTimeRange2(ReaProject*, bool isSet, bool, double* start, double* end, bool) {
+  Host& h = H();
+  if (isSet && start && end) h.loopStart = *start, h.loopEnd = *end;
+  if (!isSet && start) *start = h.loopStart;
+  if (!isSet && end) *end = h.loopEnd;
+}
+
+// One project per tab; its file name, empty while unsaved.
+ReaProject* EnumProjects(int idx, char* path, int size) {
+  static char tabs[16];
+  Host& h = H();
+  if (idx != -1 && idx != 0) return nullptr;
+  if (path && size > 0) path[h.projectPath.copy(path, size - 1)] = '\0';
+  return reinterpret_cast<ReaProject*>(&tabs[h.projectTab % 16]);
+}
+
+double GetSetProjectInfo(ReaProject*, const char* desc, double value, bool isSet) {
+  Host& h = H();
+  if (!desc) return 0;
+  if (isSet) h.projectInfo[desc] = value;
+  return h.projectInfo[desc];
+}
+
+// The files a render of the project's regions through the render matrix
+// makes (RENDER_BOUNDSFLAG 3, RENDER_SETTINGS & 8): one per region that has
+// a matrix row, "$region" in the pattern standing for its name, ".wav"
+// added; nothing is simulated for other settings.
+std::string RenderTargets(Host& h) {
+  if (h.projectInfo["RENDER_BOUNDSFLAG"] != 3 || !(int64_t(h.projectInfo["RENDER_SETTINGS"]) & 8)) return "";
+  const std::string folderSetting = h.projectInfoText["RENDER_FILE"];
+  const std::string projectFolder = h.projectPath.substr(0, h.projectPath.find_last_of('/'));
+  const std::string folder = folderSetting.empty() ? projectFolder
+                             : folderSetting[0] == '/' ? folderSetting : projectFolder + "/" + folderSetting;
+  std::string targets;
+  for (const Marker& m : h.markers) {
+    if (!m.isRegion || !h.renderMatrix.count(m.number)) continue;
+    std::string name = h.projectInfoText["RENDER_PATTERN"];
+    for (size_t at; (at = name.find("$region")) != std::string::npos;) name.replace(at, 7, m.name);
+    targets += (targets.empty() ? "" : ";") + folder + "/" + name + ".wav";
+  }
+  return targets;
+}
+
+void genGuid(HostGuid* guid) {
+  const uint32_t n = 0xC0000000u + static_cast<uint32_t>(++H().guidsMade);
+  *guid = HostGuid{{uint8_t(n), uint8_t(n >> 8), uint8_t(n >> 16), uint8_t(n >> 24), 0, 0, 0, 0x40, 0x80}};
+}
+
+// Windows' GUID layout: three little-endian numbers, then eight bytes in order.
+void guidToString(const HostGuid* guid, char* text) {
+  const unsigned char* b = guid->bytes;
+  std::snprintf(text, 64, "{%02X%02X%02X%02X-%02X%02X-%02X%02X-%02X%02X-%02X%02X%02X%02X%02X%02X}", b[3], b[2], b[1],
+                b[0], b[5], b[4], b[7], b[6], b[8], b[9], b[10], b[11], b[12], b[13], b[14], b[15]);
+  H();
 }
 
 int AddRemoveReaScript(bool add, int section, const char* path, bool commit) {
@@ -182,10 +288,21 @@ int AddRemoveReaScript(bool add, int section, const char* path, bool commit) {
   return !add ? 1 : h.nextScriptCommandId > 0 ? h.nextScriptCommandId++ : h.nextScriptCommandId;
 }
 
-// Unselecting all tracks (40297), all items (40289) or, with SWS, everything.
+// Unselecting all tracks (40297), all items (40289) or, with SWS, everything;
+// rendering with the last settings (42230) writes an empty file per target.
 void Main_OnCommand(int command, int flag) {
   Host& h = H();
   h.commands.emplace_back(command, flag);
+  if (command == 42230) {
+    const std::string targets = RenderTargets(h);
+    h.renders.push_back(targets);
+    for (size_t at = 0, end; at < targets.size(); at = end + 1) {
+      end = std::min(targets.find(';', at), targets.size());
+      const std::filesystem::path file = Utf8Path(targets.substr(at, end - at));
+      std::filesystem::create_directories(file.parent_path());
+      std::ofstream(file, std::ios::binary);
+    }
+  }
   const bool all = command == Host::kSwsUnselectAll;
   for (auto& t : h.tracks) t->values["I_SELECTED"] *= !(all || command == 40297);
   for (auto& i : h.items) i->values["B_UISEL"] *= !(all || command == 40289);
@@ -290,6 +407,9 @@ const std::map<std::string, void*> kFunctions = {
     SIM(GetMediaSourceType), {"GetSetMediaItemTakeInfo_String", reinterpret_cast<void*>(&GuidString<MediaItem_Take>)},
     {"GetSetMediaTrackInfo_String", reinterpret_cast<void*>(&GuidString<MediaTrack>)},
     SIM(UpdateArrange), SIM(PreventUIRefresh), SIM(GetPlayPosition), SIM(NamedCommandLookup),
+    SIM(GetUserInputs), SIM(GetUserFileNameForRead), SIM(ShowConsoleMsg), SIM(Undo_BeginBlock2), SIM(Undo_EndBlock2),
+    SIM(GetCursorPositionEx), SIM(RefreshToolbar2), SIM(GetSet_LoopTimeRange2), SIM(EnumProjects),
+    SIM(GetSetProjectInfo), SIM(genGuid), SIM(guidToString),
 };
 #undef SIM
 
@@ -327,7 +447,7 @@ Host::~Host() {
 }
 
 void* Host::GetFunc(const char* name) {
-  void* const* fn = name ? Find(kFunctions, name) : nullptr;
+  void* const* fn = name && !g_current->missing.count(name) ? Find(kFunctions, name) : nullptr;
   // Functions that extensions publish with "API_" are found by their plain name too.
   Registration* api = name && !fn ? Find(g_current->registered, std::string("API_") + name) : nullptr;
   return fn ? *fn : api ? api->value : nullptr;
@@ -360,6 +480,17 @@ std::string Host::AddMarker(Marker marker) {
   if (marker.guid.empty()) marker.guid = NewGuid();
   const auto at = std::upper_bound(markers.begin(), markers.end(), marker, ByPosition);
   return markers.insert(at, std::move(marker))->guid;
+}
+
+int Host::ToggleState(int command) {
+  const Registration* toggle = Find(registered, std::string("toggleaction"));
+  return toggle ? reinterpret_cast<int (*)(int)>(toggle->value)(command) : -1;
+}
+
+void Host::SwitchTab(int tab) {
+  otherTabs[projectTab] = std::move(projExtState);
+  projExtState = std::move(otherTabs[tab]);
+  projectTab = tab;
 }
 
 bool Host::RunCommand(int command) {

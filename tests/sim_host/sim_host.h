@@ -4,9 +4,12 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <unordered_map>
 #include <string>
 #include <vector>
@@ -68,6 +71,8 @@ class Host {
 
   static void* GetFunc(const char* name);
   bool RunCommand(int command);  // as REAPER runs an action: each hook until one handles it
+  int ToggleState(int command);  // as REAPER asks for a check mark: the "toggleaction" callback, -1 without one
+  void SwitchTab(int tab);       // another project tab becomes current, with its own extension state
 
   reaper_plugin_info_t record;  // for ReaperPluginEntry
 
@@ -96,6 +101,27 @@ class Host {
   double playPosition = 0.0;
   bool swsPresent = true;  // NamedCommandLookup knows the SWS commands (as kSws...)
   static constexpr int kSwsNotesOffSelectedTracks = 53000, kSwsUnselectAll = 53001;
+
+  // What the native actions ask of the user and of the project.
+  std::string projectPath;  // EnumProjects' file name: empty while the project was never saved
+  int projectTab = 0;       // EnumProjects answers one project per tab
+  std::map<int, std::map<std::string, ExtValues>> otherTabs;  // the extension state of the tabs not shown
+  double cursor = 0.0;                      // GetCursorPositionEx
+  double loopStart = 0.0, loopEnd = 0.0;    // GetSet_LoopTimeRange2's time selection
+  std::deque<std::optional<std::string>> inputAnswers;  // GetUserInputs: the text typed, or nothing for Cancel
+  std::deque<std::optional<std::string>> fileAnswers;   // GetUserFileNameForRead likewise
+  std::deque<int> boxAnswers;               // ShowMessageBox's answers; 1 (OK) once none is left
+  std::vector<std::string> prompts;         // each GetUserInputs call as "title|captions|initial text"
+  std::string console;                      // everything ShowConsoleMsg printed
+  std::vector<std::string> undoPoints;      // Undo_EndBlock2's names, each with "/<flags>"
+  int undoOpen = 0;                         // undo blocks begun and not ended
+  std::set<std::string> missing;            // names GetFunc does not know, as in an older REAPER
+  std::map<std::string, double> projectInfo;            // GetSetProjectInfo: RENDER_SETTINGS, ...
+  std::map<std::string, std::string> projectInfoText;   // GetSetProjectInfo_String: RENDER_FILE, RENDER_PATTERN
+  std::vector<std::string> renders;         // RENDER_TARGETS at each render command (42230)
+  std::vector<int> toolbarRefreshes;        // RefreshToolbar2's command ids
+  int guidsMade = 0;                        // genGuid's count: "{C0000001-0000-4000-8000-000000000000}", ...
+  int extWrites = 0;                        // SetProjExtState calls
 
   int dirtyMarks = 0;
   int arrangeUpdates = 0;
