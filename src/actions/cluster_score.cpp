@@ -88,7 +88,7 @@ std::string ClusterScoreJson(const std::string& projectName, const std::string& 
     std::string parent = entry.parent;
     if (parent.empty() && cluster.is_loop) {
       parent = "loop:" + cluster.guid;
-      groups.push_back({parent, cluster.name + " Loop", "random", std::string(), {cluster.guid}});
+      groups.push_back({parent, cluster.name, "random", std::string(), {cluster.guid}});
     }
     json += first ? "{" : ",{";
     first = false;
@@ -98,8 +98,14 @@ std::string ClusterScoreJson(const std::string& projectName, const std::string& 
     if (!parent.empty()) AppendStringMember(json, "parentGuid", parent);
     AppendNumberMember(json, "startTime", cluster.start_time);
     AppendNumberMember(json, "endTime", cluster.end_time);
-    AppendNumberMember(json, "entryPoint", cluster.entry_point);
-    AppendNumberMember(json, "exitPoint", cluster.exit_point);
+    // Points outside the cluster were never set (the script's older table
+    // keeps none): the segment then starts and ends at its bounds.
+    if (cluster.entry_point >= cluster.start_time && cluster.entry_point <= cluster.end_time) {
+      AppendNumberMember(json, "entryPoint", cluster.entry_point);
+    }
+    if (cluster.exit_point > cluster.start_time && cluster.exit_point <= cluster.end_time) {
+      AppendNumberMember(json, "exitPoint", cluster.exit_point);
+    }
     json += cluster.is_loop ? ",\"isLoop\":true" : ",\"isLoop\":false";
     json += ",\"color\":" + std::to_string(cluster.color);
     const std::string audio = AudioOf(cluster, renderFolder);

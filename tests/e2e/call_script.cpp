@@ -190,6 +190,9 @@ void SetHost(sim::Host& h, const std::string& key, const Value& value) {
   if (key == "resourcePathNull") h.resourcePathNull = std::get<bool>(value);
   if (key == "calls") h.hostCalls = std::get<int>(value);
   if (key == "writes") h.valueWrites = std::get<int>(value);
+  if (key == "ext_writes") h.extWrites = std::get<int>(value);
+  if (key == "undo") h.undoPoints.clear();
+  if (key == "dirty") h.dirtyMarks = std::get<int>(value);
   if (key == "play") h.playPosition = Number(value);
   if (key == "sws") h.swsPresent = std::get<bool>(value);
   if (key == "lib_path") h.extState[{"ZOLVA", "lib_path"}] = {std::get<std::string>(value), false};
