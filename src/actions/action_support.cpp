@@ -63,6 +63,20 @@ bool LoadClusters() {
   return false;
 }
 
+bool Ready(const char* action, HostFunctions functions) { return HostHas(action, functions) && LoadClusters(); }
+
+bool ReadyToChange(const char* action, HostFunctions functions) {
+  return HostHas(action, {ZOLVA_HOST_FUNCTION(Undo_BeginBlock2), ZOLVA_HOST_FUNCTION(Undo_EndBlock2)}) &&
+         Ready(action, functions);
+}
+
+bool HasClusters(const char* action) {
+  if (!ZOLVA_Cluster::AllClusters().empty()) return true;
+  Tell(std::string(action) + ": this project has no clusters yet.\n\nCreate one with \"ZOLVA: Create cluster from "
+       "time selection...\", then run the action again.");
+  return false;
+}
+
 std::string ProjectFile() {
   char path[4096] = {};
   if (!EnumProjects || !EnumProjects(-1, path, sizeof path)) return std::string();

@@ -36,6 +36,17 @@ bool HostHas(const char* action, std::initializer_list<std::pair<const char*, bo
 // telling the user why) when the project's clusters cannot be read.
 bool LoadClusters();
 
+using HostFunctions = std::initializer_list<std::pair<const char*, bool>>;
+// HostHas, then LoadClusters: what every action does first.
+bool Ready(const char* action, HostFunctions functions);
+// The same for an action that changes the project: the undo block's
+// functions are needed too.
+bool ReadyToChange(const char* action, HostFunctions functions);
+
+// False (after telling the user how to make one) when the project has no
+// clusters.
+bool HasClusters(const char* action);
+
 // The current project's file, empty while it has never been saved.
 std::string ProjectFile();
 // The folder of a path (without the last separator); empty for a bare name.

@@ -90,18 +90,11 @@ std::vector<std::string> SelectedItemGuids() {
   return guids;
 }
 
-bool HasUndoAndPrompt(const char* action) {
-  return HostHas(action, {ZOLVA_HOST_FUNCTION(GetUserInputs), ZOLVA_HOST_FUNCTION(Undo_BeginBlock2),
-                          ZOLVA_HOST_FUNCTION(Undo_EndBlock2), ZOLVA_HOST_FUNCTION(GetCursorPositionEx)});
-}
-
 }  // namespace
 
 void CreateClusterFromTimeSelection() {
-  if (!HostHas(kCreate, {ZOLVA_HOST_FUNCTION(GetUserInputs), ZOLVA_HOST_FUNCTION(GetSet_LoopTimeRange2),
-                         ZOLVA_HOST_FUNCTION(genGuid), ZOLVA_HOST_FUNCTION(guidToString),
-                         ZOLVA_HOST_FUNCTION(Undo_BeginBlock2), ZOLVA_HOST_FUNCTION(Undo_EndBlock2)}) ||
-      !LoadClusters()) {
+  if (!ReadyToChange(kCreate, {ZOLVA_HOST_FUNCTION(GetUserInputs), ZOLVA_HOST_FUNCTION(GetSet_LoopTimeRange2),
+                               ZOLVA_HOST_FUNCTION(genGuid), ZOLVA_HOST_FUNCTION(guidToString)})) {
     return;
   }
   Span span = TimeSelection();
@@ -121,7 +114,7 @@ void CreateClusterFromTimeSelection() {
 }
 
 void RenameClusterAtCursor() {
-  if (!HasUndoAndPrompt(kRename) || !LoadClusters()) return;
+  if (!ReadyToChange(kRename, {ZOLVA_HOST_FUNCTION(GetUserInputs), ZOLVA_HOST_FUNCTION(GetCursorPositionEx)})) return;
   const std::string guid = ClusterAtCursor(kRename);
   if (guid.empty()) return;
   const std::string old = NameOf(guid);
@@ -133,11 +126,7 @@ void RenameClusterAtCursor() {
 }
 
 void DeleteClusterAtCursor() {
-  if (!HostHas(kDelete, {ZOLVA_HOST_FUNCTION(Undo_BeginBlock2), ZOLVA_HOST_FUNCTION(Undo_EndBlock2),
-                         ZOLVA_HOST_FUNCTION(GetCursorPositionEx)}) ||
-      !LoadClusters()) {
-    return;
-  }
+  if (!ReadyToChange(kDelete, {ZOLVA_HOST_FUNCTION(GetCursorPositionEx)})) return;
   const std::string guid = ClusterAtCursor(kDelete);
   if (guid.empty()) return;
   const size_t members = MemberCount(guid);
@@ -152,11 +141,7 @@ void DeleteClusterAtCursor() {
 }
 
 void AddSelectedItemsToCluster() {
-  if (!HostHas(kAdd, {ZOLVA_HOST_FUNCTION(Undo_BeginBlock2), ZOLVA_HOST_FUNCTION(Undo_EndBlock2),
-                      ZOLVA_HOST_FUNCTION(GetCursorPositionEx)}) ||
-      !LoadClusters()) {
-    return;
-  }
+  if (!ReadyToChange(kAdd, {ZOLVA_HOST_FUNCTION(GetCursorPositionEx)})) return;
   const std::vector<MediaItem*> items = ZOLVA_Cluster::SelectedItems();
   if (items.empty()) {
     Tell(std::string(kAdd) + ": no item is selected.\n\nSelect the items to add, put the edit cursor into the "
@@ -188,10 +173,7 @@ void AddSelectedItemsToCluster() {
 }
 
 void RemoveSelectedItemsFromClusters() {
-  if (!HostHas(kRemove, {ZOLVA_HOST_FUNCTION(Undo_BeginBlock2), ZOLVA_HOST_FUNCTION(Undo_EndBlock2)}) ||
-      !LoadClusters()) {
-    return;
-  }
+  if (!ReadyToChange(kRemove, {})) return;
   const std::vector<std::string> guids = SelectedItemGuids();
   if (guids.empty()) {
     Tell(std::string(kRemove) + ": no item is selected.\n\nSelect the items to take out of their clusters, then "

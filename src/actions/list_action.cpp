@@ -10,7 +10,7 @@
 namespace ZOLVA_Actions {
 
 void ListClusters() {
-  if (!HostHas("ZOLVA: List clusters", {ZOLVA_HOST_FUNCTION(ShowConsoleMsg)}) || !LoadClusters()) return;
+  if (!Ready("ZOLVA: List clusters", {ZOLVA_HOST_FUNCTION(ShowConsoleMsg)})) return;
   std::map<std::string, ZOLVA_Cluster::ClusterData> clusters;
   for (ZOLVA_Cluster::ClusterData& cluster : ZOLVA_Cluster::AllClusters()) clusters[cluster.guid] = std::move(cluster);
   if (clusters.empty()) {

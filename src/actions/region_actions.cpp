@@ -35,15 +35,9 @@ RegionCounts KeepClusterRegions() {
 }
 
 void CreateRegionsFromClusters() {
-  if (!HostHas(kRegions, {ZOLVA_HOST_FUNCTION(Undo_BeginBlock2), ZOLVA_HOST_FUNCTION(Undo_EndBlock2),
-                          ZOLVA_HOST_FUNCTION(AddProjectMarker2), ZOLVA_HOST_FUNCTION(SetProjectMarkerByIndex2),
-                          ZOLVA_HOST_FUNCTION(GetSetProjectInfo_String)}) ||
-      !LoadClusters()) {
-    return;
-  }
-  if (ZOLVA_Cluster::AllClusters().empty()) {
-    Tell(std::string(kRegions) + ": this project has no clusters yet.\n\nCreate one with \"ZOLVA: Create cluster "
-         "from time selection...\", then run the action again.");
+  if (!ReadyToChange(kRegions, {ZOLVA_HOST_FUNCTION(AddProjectMarker2), ZOLVA_HOST_FUNCTION(SetProjectMarkerByIndex2),
+                                ZOLVA_HOST_FUNCTION(GetSetProjectInfo_String)}) ||
+      !HasClusters(kRegions)) {
     return;
   }
   ProjectChange change(kRegions);

@@ -44,21 +44,15 @@ const std::vector<std::string>* RenderedFiles(const std::string& clusterGuid) {
 }
 
 void RenderClusters() {
-  if (!HostHas(kRender, {ZOLVA_HOST_FUNCTION(GetSetProjectInfo), ZOLVA_HOST_FUNCTION(GetSetProjectInfo_String),
-                         ZOLVA_HOST_FUNCTION(EnumProjects), ZOLVA_HOST_FUNCTION(Main_OnCommand),
-                         ZOLVA_HOST_FUNCTION(EnumRegionRenderMatrix), ZOLVA_HOST_FUNCTION(SetRegionRenderMatrix),
-                         ZOLVA_HOST_FUNCTION(GetMasterTrack), ZOLVA_HOST_FUNCTION(AddProjectMarker2),
-                         ZOLVA_HOST_FUNCTION(SetProjectMarkerByIndex2), ZOLVA_HOST_FUNCTION(Undo_BeginBlock2),
-                         ZOLVA_HOST_FUNCTION(Undo_EndBlock2)}) ||
-      !LoadClusters()) {
+  if (!ReadyToChange(kRender, {ZOLVA_HOST_FUNCTION(GetSetProjectInfo), ZOLVA_HOST_FUNCTION(GetSetProjectInfo_String),
+                               ZOLVA_HOST_FUNCTION(EnumProjects), ZOLVA_HOST_FUNCTION(Main_OnCommand),
+                               ZOLVA_HOST_FUNCTION(EnumRegionRenderMatrix), ZOLVA_HOST_FUNCTION(SetRegionRenderMatrix),
+                               ZOLVA_HOST_FUNCTION(GetMasterTrack), ZOLVA_HOST_FUNCTION(AddProjectMarker2),
+                               ZOLVA_HOST_FUNCTION(SetProjectMarkerByIndex2)}) ||
+      !HasClusters(kRender)) {
     return;
   }
   const size_t count = ZOLVA_Cluster::AllClusters().size();
-  if (count == 0) {
-    Tell(std::string(kRender) + ": this project has no clusters yet.\n\nCreate one with \"ZOLVA: Create cluster "
-         "from time selection...\", then run the action again.");
-    return;
-  }
   const std::string project = ProjectFile();
   if (project.empty()) {
     Tell(std::string(kRender) + ": save the project first (File > Save project).\n\nEach cluster is rendered "

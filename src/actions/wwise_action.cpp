@@ -103,13 +103,8 @@ bool AskPaths(std::string& wwiseProject, std::string& output) {
 }  // namespace
 
 void ExportClustersToWwise() {
-  if (!HostHas(kExport, {ZOLVA_HOST_FUNCTION(GetUserInputs), ZOLVA_HOST_FUNCTION(EnumProjects)}) ||
-      !LoadClusters()) {
-    return;
-  }
-  if (ZOLVA_Cluster::AllClusters().empty()) {
-    Tell(std::string(kExport) + ": this project has no clusters yet.\n\nCreate one with \"ZOLVA: Create cluster "
-         "from time selection...\", then run the action again.");
+  if (!Ready(kExport, {ZOLVA_HOST_FUNCTION(GetUserInputs), ZOLVA_HOST_FUNCTION(EnumProjects)}) ||
+      !HasClusters(kExport)) {
     return;
   }
   const std::string project = ProjectFile();
