@@ -9,7 +9,6 @@
 #include "actions/actions.h"
 #include "actions/cluster_score.h"
 #include "actions/render_settings.h"
-#include "cluster/cluster_edit.h"
 #include "host/api_frame.h"
 #include "json/json_text.h"
 #include "json/text_scan.h"
