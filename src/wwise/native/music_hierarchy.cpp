@@ -475,10 +475,11 @@ class Builder {
   }
 
   // Layers no container holds: a playlist container of the group's name that
-  // plays its segment once, as a Wwise user plays a single segment. Wwise
-  // events play containers, sounds and game syncs, never a segment, so the
-  // group's Play event targets this container. The segment keeps its
-  // identities; the container's parts take the group's role with "/single".
+  // plays its segment once, as Wwise users play a single segment. Events in
+  // Wwise-saved projects target containers, sounds, states, switches and
+  // triggers, never a segment, so the group's Play event targets this
+  // container. The segment keeps its identities; the container and its parts
+  // take the group's role with "/single", which no other object uses.
   Node SinglePlaylist(size_t c, Node segment) {
     const WwiseMusicContainer& container = model_.containers[c];
     const std::string role = Role(container.guid) + "/single";
@@ -613,12 +614,12 @@ class Builder {
     }
   }
 
-  // References to the project's conversion settings (when it has them and
-  // the object takes them) and to its Master Audio Bus, in Wwise's order.
   void Refer(Node parent, std::string_view name, const ProjectObject& target) {
     ObjectReference(doc_, parent, name, target, unit_.schemaVersion);
   }
 
+  // References to the project's conversion settings (when it has them and
+  // the object takes them) and to its Master Audio Bus, in Wwise's order.
   void BusReferences(Node references, bool conversion) {
     if (conversion && !unit_.conversion.id.empty()) Refer(references, "Conversion", unit_.conversion);
     Refer(references, "OutputBus", unit_.masterBus);
