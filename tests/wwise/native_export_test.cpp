@@ -13,6 +13,7 @@
 
 #include "wwise/model.h"
 #include "wwise/export_options.h"
+#include "wwise/native/identity.h"
 #include "wwise/native/names.h"
 #include "wwise/native/native_export.h"
 #include "wwise/native/project_reader.h"
@@ -45,11 +46,13 @@ constexpr char kSchema[] = R"({"projectName":"Deep","clusters":[
   {"guid":"a","name":"A","parentGuid":"h","startTime":1,"endTime":3,"entryPoint":1.5,"audioFile":"/m/a.wav"},
   {"guid":"b","name":"B","parentGuid":"v","startTime":2,"endTime":6,"audioFile":"/m/b.wav"},
   {"guid":"c","name":"C","parentGuid":"v","startTime":4,"endTime":5,"audioFile":"/n/b.wav"},
-  {"guid":"d","name":"Calm","parentGuid":"s","startTime":0,"endTime":1,"audioFile":"/m/d.aif"}],
+  {"guid":"d","name":"Calm","parentGuid":"s","startTime":0,"endTime":1,"audioFile":"/m/d.aif"},
+  {"guid":"e","name":"E","parentGuid":"x","startTime":0,"endTime":2}],
  "groups":[{"guid":"v","name":"V","type":"vertical","childGuids":["b","c"]},
   {"guid":"r","name":"R","type":"oneshot","childGuids":["a"]},
   {"guid":"h","name":"H","type":"horizontal","childGuids":["r","v","a"]},
-  {"guid":"s","name":"S","type":"switch","switchGroup":"Mood","defaultSwitch":"Calm","childGuids":["d","h"]}],
+  {"guid":"s","name":"S","type":"switch","switchGroup":"Mood","defaultSwitch":"Calm","childGuids":["d","h"]},
+  {"guid":"x","name":"X","type":"vertical","childGuids":["e"]}],
  "connections":[{"guid":"t","sourceGuid":"a","targetGuid":"b","transitionType":"nextBar","fadeTime":90},
   {"guid":"u","sourceGuid":"b","targetGuid":"a","type":"stinger","triggerEvent":"Hit & Run"},
   {"guid":"w","sourceGuid":"d","targetGuid":"h","transitionType":"exitCue","fadeTime":1,"fadeCurve":"exp2"}]})";
@@ -94,6 +97,7 @@ TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
   const std::vector<Element> elements = Elements(result);
   std::map<std::string, const Element*> defined;  // objects by ID
   std::set<unsigned long> shortIds;
+  std::string eventsUnit, layers;
   const std::regex guid(R"(\{[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\})");
   for (const Element& e : elements) {
     const auto id = e.attributes.find("ID");
@@ -105,6 +109,8 @@ TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
       continue;
     }
     EXPECT_TRUE(defined.emplace(id->second, &e).second) << "ID used twice: " << id->second;
+    if (e.name == "Event") eventsUnit = e.workUnit;
+    if (e.name == "MusicSegment" && e.attributes.at("Name") == "X") layers = id->second;
     EXPECT_TRUE(std::regex_match(id->second, guid)) << id->second;
     if (const auto shortId = e.attributes.find("ShortID"); shortId != e.attributes.end()) {
       const unsigned long value = std::stoul(shortId->second);
@@ -126,6 +132,9 @@ TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
     std::string name, workUnit;
     if (const auto it = defined.find(id); it != defined.end()) {
       name = it->second->attributes.at("Name"), workUnit = it->second->workUnit;
+      // Events play containers, as every event of a Wwise-saved project does.
+      const std::string& kind = it->second->name;
+      EXPECT_TRUE(e.workUnit != eventsUnit || kind == "MusicPlaylistContainer" || kind == "MusicSwitchContainer") << kind;
     } else if (const auto out = external.find(id); out != external.end()) {
       name = out->second.name, workUnit = out->second.workUnitId;
     } else {
@@ -138,6 +147,9 @@ TEST(NativeExport, EveryReferenceResolvesAndEveryIdentifierIsUnique) {
     }
   }
   EXPECT_GT(references, 20u);
+  // The top-level vertical group plays through a playlist container; its event keeps the ID it had when it
+  // played the segment.
+  EXPECT_NE(result.files[1].content.find("<Event Name=\"Play_X\" ID=\"" + DerivedGuid("event:" + layers)), std::string::npos);
   // The layers share one segment; the existing group and trigger are used, not made again.
   EXPECT_EQ(result.files.size(), 3u);
   EXPECT_EQ(result.audio.size(), 4u);
@@ -215,8 +227,9 @@ const Element* Child(const std::vector<Element>& all, const Element& e, const st
 }
 
 // As in every project Wwise 2023.1 and 2024.1 save: the default any-to-any transition first in every container,
-// a Conversion reference on each segment and container, plugin attributes only on bus, conversion and target
-// references, and bank inclusions ending with Origin, then Filter.
+// a Conversion reference on each segment and container, plugin attributes right after the name, on bus,
+// conversion and target references and, in 2023.1 only, on transition context references, and bank
+// inclusions ending with Origin, then Filter.
 TEST(NativeExport, WrittenAsWwiseWritesIt) {
   const std::string small = R"({"clusters":[{"guid":"c","name":"C","parentGuid":"p","endTime":1}],
     "groups":[{"guid":"p","name":"P","type":"horizontal","childGuids":["c"]}]})";
@@ -228,15 +241,15 @@ TEST(NativeExport, WrittenAsWwiseWritesIt) {
         const NativeExport result = Export(schema, project);
         const std::vector<Element> all = Elements(result);
         size_t objects = 0, conversions = 0;
+        const std::regex plugin(std::string("OutputBus|Conversion|Target") + (version == 119 ? "|(Source|Destination)ContextObject" : ""));
         for (const Element& e : all) {
           const auto name = e.attributes.find("Name");
           if (e.name == "WwiseDocument") {
             EXPECT_EQ(e.attributes.at("SchemaVersion"), std::to_string(version));
           }
-          if (e.name == "Reference") {
-            const bool plugin = name != e.attributes.end() &&
-                                (name->second == "OutputBus" || name->second == "Conversion" || name->second == "Target");
-            EXPECT_EQ(e.attributes.count("CompanyID") + e.attributes.count("PluginType"), plugin ? 2u : 0u) << e.attributes.size();
+          if (e.name == "Reference" && name != e.attributes.end()) {
+            EXPECT_EQ(e.attributes.count("CompanyID") + e.attributes.count("PluginType"),
+                      std::regex_match(name->second, plugin) ? 2u : 0u) << name->second;
           }
           if (e.name != "MusicSegment" && e.name != "MusicPlaylistContainer" && e.name != "MusicSwitchContainer") continue;
           ++objects;
@@ -253,12 +266,42 @@ TEST(NativeExport, WrittenAsWwiseWritesIt) {
         EXPECT_EQ(conversions, conversion ? objects : 0u);
         EXPECT_EQ(!result.warnings.empty() && result.warnings[0].rfind("The Wwise project has no \"Default Conversion", 0) == 0,
                   !conversion);
+        const std::regex misshapen(R"x(<Reference (?!Name="\w+"( CompanyID="4095" PluginID="65535" PluginType="15")?>))x");
         for (const auto& file : result.files) {
           EXPECT_TRUE(file.category != "SoundBanks" || file.content.find("Origin=\"Manual\" Filter=\"7\"/>") != std::string::npos);
+          EXPECT_FALSE(std::regex_search(file.content, misshapen)) << file.category;
         }
       }
     }
   }
+}
+
+// Each transition type as written (the same in schema 119 and 123): ExitSourceAt only as Wwise-saved projects write
+// it, the destination from its entry cue, each changed timing told once, however many transitions have it.
+TEST(NativeExport, TransitionTimingsAreThoseWwiseProjectsUse) {
+  const std::tuple<int, const char*, const char*> table[] = {  // type, ExitSourceAt, warning
+      {Immediate, "0", ""}, {NextGrid, "2", "nextGrid is written as nextBar"}, {NextBar, "2", ""}, {NextBeat, "3", ""},
+      {NextCue, "2", "nextCue is written as nextBar"}, {ExitCue, "2", "exitCue is written as nextBar"},
+      {EntryCue, "0", "entryCue has no Wwise equal"}, {CrossFade, "0", ""}, {9, "0", "unknown has no Wwise equal"}};
+  WwiseProjectData model;
+  model.projectName = "T";
+  WwiseMusicContainer& playlist = model.containers.emplace_back();
+  playlist.guid = "p", playlist.type = PlaylistContainer;
+  std::string expected, warnings, written, told;
+  for (const auto& [type, value, warning] : table) {
+    const WwiseTransition transition{"", "", static_cast<TransitionType>(type), 1.0, 1.0, Linear, Linear, {}, {}};
+    playlist.transitions.insert(playlist.transitions.end(), 2, transition);
+    expected += std::string(value) + value;
+    if (*warning) warnings += std::string("Transition type ") + warning + "|";
+  }
+  const NativeExport result = BuildNativeExport(model, ExportOptions(), Project());
+  const std::string& music = result.files[0].content;
+  const std::regex exit(R"x("ExitSourceAt" Type="int16" Value="(\d+)")x");
+  for (std::sregex_iterator it(music.begin(), music.end(), exit), end; it != end; ++it) written += (*it)[1];
+  for (const std::string& warning : result.warnings) told += warning.substr(0, warning.find_first_of(":,")) + "|";
+  EXPECT_EQ(written, expected);
+  EXPECT_EQ(told, warnings);
+  EXPECT_EQ(music.find("DestinationJumpPositionPreset"), std::string::npos);
 }
 
 // Each object's element and ID, with its ShortID.

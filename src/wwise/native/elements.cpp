@@ -1,6 +1,7 @@
 #include "wwise/native/elements.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "json/number_text.h"
@@ -44,10 +45,33 @@ void ObjectRef(Document& doc, Node parent, const ProjectObject& target) {
   doc.Attribute(node, "Name", target.name).Attribute(node, "ID", target.id).Attribute(node, "WorkUnitID", target.workUnitId);
 }
 
-void ObjectReference(Document& doc, Node parent, std::string_view name, const ProjectObject& target) {
+namespace {
+
+// The references Wwise writes with the plug-in attributes, and the first
+// schema version that writes them without.
+struct PluginReference {
+  std::string_view name;
+  int withoutFrom;
+};
+constexpr PluginReference kPluginReferences[] = {
+    {"OutputBus", std::numeric_limits<int>::max()}, {"Conversion", std::numeric_limits<int>::max()},
+    {"Target", std::numeric_limits<int>::max()},    {"SourceContextObject", 123},
+    {"DestinationContextObject", 123}};
+
+bool CarriesPluginAttributes(std::string_view name, int schemaVersion) {
+  for (const PluginReference& reference : kPluginReferences) {
+    if (reference.name == name) return schemaVersion < reference.withoutFrom;
+  }
+  return false;
+}
+
+}  // namespace
+
+void ObjectReference(Document& doc, Node parent, std::string_view name, const ProjectObject& target,
+                     int schemaVersion) {
   const Node reference = doc.Element(parent, "Reference");
   if (!name.empty()) doc.Attribute(reference, "Name", std::string(name));
-  if (name == "OutputBus" || name == "Conversion" || name == "Target") {
+  if (CarriesPluginAttributes(name, schemaVersion)) {
     doc.Attribute(reference, "CompanyID", "4095").Attribute(reference, "PluginID", "65535").Attribute(reference, "PluginType", "15");
   }
   ObjectRef(doc, reference, target);

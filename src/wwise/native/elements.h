@@ -41,10 +41,14 @@ void PropertyList(Document& doc, Node parent, std::vector<Property> properties);
 void ObjectRef(Document& doc, Node parent, const ProjectObject& target);
 
 // <Reference [Name]> with an ObjectRef inside: a reference to another object
-// of the project. As in Wwise's own files, only the references to the output
-// bus, the conversion settings and an action's target carry
-// CompanyID="4095" PluginID="65535" PluginType="15".
-void ObjectReference(Document& doc, Node parent, std::string_view name, const ProjectObject& target);
+// of the project. As in Wwise's own files, the references to the output bus,
+// the conversion settings and an action's target carry
+// CompanyID="4095" PluginID="65535" PluginType="15" after the Name; in
+// schema 119 (Wwise 2023.1) a transition's source and destination context
+// references carry them too, in schema 123 (2024.1) they do not. No other
+// reference carries them.
+void ObjectReference(Document& doc, Node parent, std::string_view name, const ProjectObject& target,
+                     int schemaVersion);
 
 // <Reference Name><Custom> for an object owned by its reference; returns
 // the Custom element.

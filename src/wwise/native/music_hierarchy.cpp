@@ -34,6 +34,7 @@ struct Plan {
   size_t parent = kNone;  // the container whose object holds this one's object
   size_t host = kNone;    // the playlist this one is a group of items in
   size_t top = kNone;     // the container whose object this one is or is part of
+  bool single = false;    // layers no container holds: a segment in a playlist container of its own
   std::vector<Child> children;
 };
 
@@ -43,22 +44,38 @@ struct Moves {
   std::vector<std::vector<const WwiseStinger*>> stingers;
 };
 
-int ExitSourceAt(TransitionType type) {
-  switch (type) {
-    case Immediate: return 0;
-    case NextGrid: return 1;
-    case NextBar: return 2;
-    case NextBeat: return 3;
-    case NextCue: return 4;
-    case ExitCue: return 7;
-    default: return 0;  // entry cue and cross-fade leave at once
-  }
-}
+// How each transition type of the score is written, the same in schema 119
+// and 123 (their transition values are the same). Only the values Wwise-saved
+// projects carry are written: ExitSourceAt 0 (at once), 2 (next bar) or 3
+// (next beat). DestinationJumpPositionPreset is never written: the destination
+// starts at its entry cue, Wwise's default. A timing Wwise projects do not use
+// is written as the nearest one, with a warning.
+struct Timing {
+  TransitionType type;
+  const char* name;  // as the score spells it
+  int exitSourceAt;
+  const char* warning;  // what the written transition does instead, when it differs
+};
+constexpr int kExitAtOnce = 0, kExitNextBar = 2, kExitNextBeat = 3;
+constexpr char kAsNextBar[] = "is written as nextBar, the nearest timing Wwise projects use";
+constexpr char kNoEqual[] = "has no Wwise equal: the source exits at once and the destination starts at its entry cue";
+constexpr Timing kTimings[] = {
+    {Immediate, "immediate", kExitAtOnce, nullptr},
+    {NextGrid, "nextGrid", kExitNextBar, kAsNextBar},
+    {NextBar, "nextBar", kExitNextBar, nullptr},
+    {NextBeat, "nextBeat", kExitNextBeat, nullptr},
+    {NextCue, "nextCue", kExitNextBar, kAsNextBar},
+    {ExitCue, "exitCue", kExitNextBar, kAsNextBar},
+    {EntryCue, "entryCue", kExitAtOnce, kNoEqual},
+    {CrossFade, "crossFade", kExitAtOnce, nullptr},  // its fades make the cross-fade
+};
+constexpr Timing kUnknownTiming{Immediate, "unknown", kExitAtOnce, kNoEqual};
 
-const char* TransitionName(TransitionType type) {
-  static constexpr const char* kNames[] = {"immediate", "nextGrid", "nextBar",  "nextBeat",
-                                           "nextCue",   "exitCue",  "entryCue", "crossFade"};
-  return type >= 0 && type <= CrossFade ? kNames[type] : "unknown";
+const Timing& TimingOf(TransitionType type) {
+  for (const Timing& timing : kTimings) {
+    if (timing.type == type) return timing;
+  }
+  return kUnknownTiming;
 }
 
 // Wwise's fade curves by name; two of the schema's curves have no equal and
@@ -108,7 +125,14 @@ class Builder {
     MusicHierarchy result;
     result.document = doc_.Write(frame.document);
     for (size_t c = 0; c < plans_.size(); ++c) {
-      if (plans_[c].kind != Kind::Folder) result.playable[model_.containers[c].guid] = objects_.at(model_.containers[c].guid);
+      const Plan& plan = plans_[c];
+      const std::string& guid = model_.containers[c].guid;
+      const ProjectObject& object = objects_.at(guid);
+      if (plan.single) {
+        result.playable[guid] = {singles_.at(c), object.id};
+      } else if (plan.kind != Kind::Folder && plan.kind != Kind::Layers) {
+        result.playable[guid] = {object, object.id};
+      }
     }
     return result;
   }
@@ -178,6 +202,7 @@ class Builder {
     // Outermost first, so that a host's top is known before its guests'.
     for (size_t c = plans_.size(); c-- > 0;) {
       plans_[c].top = plans_[c].host == kNone ? c : plans_[plans_[c].host].top;
+      plans_[c].single = plans_[c].kind == Kind::Layers && plans_[c].parent == kNone;
     }
   }
 
@@ -303,6 +328,7 @@ class Builder {
           start = std::min(start, layers.back()->startTime);
         }
         containerNodes_[c] = Segment(Clean(container.name), Role(container.guid), start, layers, moves_.stingers[c]);
+        if (plan.single) containerNodes_[c] = SinglePlaylist(c, containerNodes_[c]);
         continue;
       }
       if (plan.kind == Kind::Playlist) playlistGroups_[c] = PlaylistGroup(c);
@@ -436,12 +462,38 @@ class Builder {
         continue;
       }
       const std::string& guid = GuidOf(child);
-      const Node leaf = Object(doc_, "MusicPlaylistItem", "", ids_, Occurrence(role + "/item/" + Role(guid)));
-      doc_.Attach(items, leaf);
-      PropertyList(doc_, leaf, {Int16("PlaylistItemType", 1)});
-      ObjectReference(doc_, doc_.Element(leaf, "ReferenceList"), "Segment", objects_.at(guid));
+      PlaylistLeaf(items, Occurrence(role + "/item/" + Role(guid)), objects_.at(guid));
     }
     return group;
+  }
+
+  void PlaylistLeaf(Node items, const std::string& role, const ProjectObject& segment) {
+    const Node leaf = Object(doc_, "MusicPlaylistItem", "", ids_, role);
+    doc_.Attach(items, leaf);
+    PropertyList(doc_, leaf, {Int16("PlaylistItemType", 1)});
+    Refer(doc_.Element(leaf, "ReferenceList"), "Segment", segment);
+  }
+
+  // Layers no container holds: a playlist container of the group's name that
+  // plays its segment once, as Wwise users play a single segment. Events in
+  // Wwise-saved projects target containers, sounds, states, switches and
+  // triggers, never a segment, so the group's Play event targets this
+  // container. The segment keeps its identities; the container and its parts
+  // take the group's role with "/single", which no other object uses.
+  Node SinglePlaylist(size_t c, Node segment) {
+    const WwiseMusicContainer& container = model_.containers[c];
+    const std::string role = Role(container.guid) + "/single";
+    const Node node = Object(doc_, "MusicPlaylistContainer", Clean(container.name), ids_, role);
+    const Node references = doc_.Element(node, "ReferenceList");
+    BusReferences(references, true);
+    const Node group = Object(doc_, "MusicPlaylistItem", "", ids_, role + "/playlist");
+    doc_.Attach(CustomReference(doc_, references, "PlaylistRoot"), group);
+    PlaylistLeaf(doc_.Element(group, "ChildrenList"), role + "/item", objects_.at(container.guid));
+    const std::vector<const WwiseTransition*> none;
+    TransitionRoot(references, role, &none);
+    doc_.Attach(doc_.Element(node, "ChildrenList"), segment);
+    singles_[c] = {Clean(container.name), ids_.Guid(role), unit_.id};
+    return node;
   }
 
   Node Container(size_t c) {
@@ -504,17 +556,17 @@ class Builder {
     const ProjectObject groupRef{group.name, group.id, group.workUnitId};
     const Node arguments = doc_.Element(lists, "ObjectList");
     doc_.Attribute(arguments, "Name", "Arguments");
-    ObjectReference(doc_, arguments, "", groupRef);
+    Refer(arguments, "", groupRef);
     const Node entries = doc_.Element(lists, "ObjectList");
     doc_.Attribute(entries, "Name", "Entries");
     const std::string& role = Role(container.guid);
     auto entry = [&](const ProjectObject& child, const ProjectObject& path, const std::string& entryRole) {
       const Node node = Object(doc_, "MultiSwitchEntry", "", ids_.Guid(entryRole));
       doc_.Attach(LocalEntry(doc_, entries), node);
-      ObjectReference(doc_, doc_.Element(node, "ReferenceList"), "AudioNode", child);
+      Refer(doc_.Element(node, "ReferenceList"), "AudioNode", child);
       const Node pathList = doc_.Element(doc_.Element(node, "ObjectLists"), "ObjectList");
       doc_.Attribute(pathList, "Name", "EntryPath");
-      ObjectReference(doc_, pathList, "", path);
+      Refer(pathList, "", path);
     };
     bool defaultFound = container.defaultSwitch.empty();
     std::unordered_set<std::string> done;
@@ -557,16 +609,20 @@ class Builder {
       const Node node = Object(doc_, "MusicStinger", "", ids_.Guid(Occurrence(stingerRole)));
       doc_.Attach(LocalEntry(doc_, list), node);
       const Node references = doc_.Element(node, "ReferenceList");
-      ObjectReference(doc_, references, "Segment", segment->second);
-      ObjectReference(doc_, references, "Trigger", syncs_.Trigger(Clean(stinger->triggerEvent)));
+      Refer(references, "Segment", segment->second);
+      Refer(references, "Trigger", syncs_.Trigger(Clean(stinger->triggerEvent)));
     }
+  }
+
+  void Refer(Node parent, std::string_view name, const ProjectObject& target) {
+    ObjectReference(doc_, parent, name, target, unit_.schemaVersion);
   }
 
   // References to the project's conversion settings (when it has them and
   // the object takes them) and to its Master Audio Bus, in Wwise's order.
   void BusReferences(Node references, bool conversion) {
-    if (conversion && !unit_.conversion.id.empty()) ObjectReference(doc_, references, "Conversion", unit_.conversion);
-    ObjectReference(doc_, references, "OutputBus", unit_.masterBus);
+    if (conversion && !unit_.conversion.id.empty()) Refer(references, "Conversion", unit_.conversion);
+    Refer(references, "OutputBus", unit_.masterBus);
   }
 
   // The transition root: an empty folder on a track; on a container, a
@@ -600,14 +656,14 @@ class Builder {
     const auto source = objects_.find(transition.sourceId), destination = objects_.find(transition.destinationId);
     const bool hasSource = source != objects_.end(), hasDestination = destination != objects_.end();
     const TransitionType type = transition.transitionType;
-    if (type == EntryCue || type > CrossFade || type < Immediate) {
-      report_.Warn(std::string("Transition type ") + TransitionName(type) +
-                   " has no Wwise equal: the source exits at once and the destination starts at its entry cue");
+    const Timing& timing = TimingOf(type);
+    if (timing.warning && warnedTimings_.insert(&timing).second) {
+      report_.Warn(std::string("Transition type ") + timing.name + " " + timing.warning);
     }
     const double fade = std::min(transition.fadeOutTime, 60.0);
     if (fade != transition.fadeOutTime) report_.Warn("Fade of " + FormatReal(transition.fadeOutTime) + " s shortened to Wwise's longest, 60 s");
     if (type == CrossFade && !(fade > 0)) report_.Warn("Cross-fade transition without a fade time: written as a cut");
-    std::vector<Property> properties{Int16("ExitSourceAt", ExitSourceAt(type))};
+    std::vector<Property> properties{Int16("ExitSourceAt", timing.exitSourceAt)};
     if (hasSource) properties.push_back(Int16("SourceContextType", 2));
     if (hasDestination) properties.push_back(Int16("DestinationContextType", 2));
     if (fade > 0) {
@@ -617,8 +673,8 @@ class Builder {
     PropertyList(doc_, node, std::move(properties));
     if (hasSource || hasDestination) {
       const Node references = doc_.Element(node, "ReferenceList");
-      if (hasDestination) ObjectReference(doc_, references, "DestinationContextObject", destination->second);
-      if (hasSource) ObjectReference(doc_, references, "SourceContextObject", source->second);
+      if (hasDestination) Refer(references, "DestinationContextObject", destination->second);
+      if (hasSource) Refer(references, "SourceContextObject", source->second);
     }
     const Node info = doc_.Element(node, "TransitionInfo");
     if (!(fade > 0)) return;
@@ -644,8 +700,10 @@ class Builder {
   std::unordered_map<std::string, std::string> cleaned_, audioNames_;
   std::unordered_set<std::string> usedAudioNames_;
   std::unordered_map<std::string, ProjectObject> objects_;
+  std::unordered_map<size_t, ProjectObject> singles_;  // the playlist containers around single layers
   std::unordered_map<std::string, std::string> roles_;  // by model GUID
   std::unordered_map<std::string, int> occurrences_;
+  std::unordered_set<const Timing*> warnedTimings_;  // each approximation is told once
   std::vector<size_t> segmentOwner_;
   std::vector<Plan> plans_;
   Moves moves_;

@@ -21,21 +21,28 @@ struct MusicWorkUnit {
   ProjectObject conversion;  // no ID when the project has no Default Conversion Settings
 };
 
+// What a Play action on a model container plays.
+struct Playable {
+  ProjectObject target;  // the container the group became, or the one around its segment
+  std::string identity;  // the ID of the object the group became, which its event's identities follow
+};
+
 struct MusicHierarchy {
   std::string document;
-  // What a Play action on a model container plays: the object the container
-  // became. Containers that became folders are not playable and not listed.
-  std::unordered_map<std::string, ProjectObject> playable;
+  // By model container. Not listed: containers that became folders, which
+  // play nothing, and layers another container holds, which that one plays.
+  std::unordered_map<std::string, Playable> playable;
 };
 
 // Groups map to objects so: horizontal to a playlist in sequence, random and
 // one-shot to a playlist in random-step mode (a random group at the top
 // loops), switch to a switch container, vertical to one segment with a track
-// per layer (a sequence playlist when it holds other groups), any other to a
-// folder. A playlist group inside another playlist becomes a group of its
-// playlist items; an object the music hierarchy cannot nest where its group
-// sits goes to the top, with a warning. Audio files to copy are added to
-// `report.audio`. Every object's identities come from `ids` by role (see
+// per layer (a sequence playlist when it holds other groups; a segment no
+// container holds goes into a playlist container of its own, which plays it),
+// any other to a folder. A playlist group inside another playlist becomes a
+// group of its playlist items; an object the music hierarchy cannot nest
+// where its group sits goes to the top, with a warning. Audio files to copy
+// are added to `report.audio`. Every object's identities come from `ids` by role (see
 // identity.h): segments by their cluster, containers by their group, and
 // their parts by the same and what part they are.
 MusicHierarchy BuildMusicHierarchy(const WwiseProjectData& model, const MusicWorkUnit& unit, Identifiers& ids,

@@ -120,16 +120,17 @@ NativeExport BuildNativeExport(const WwiseProjectData& model, const ExportOption
         continue;
       }
       if (events.empty()) list = doc.Element(frame.workUnit, "ChildrenList");
-      // An event is what it plays: renaming the group keeps the event.
-      const int plays = ++playsOf[target->second.id];
-      const std::string role = "event:" + target->second.id + (plays > 1 ? "@" + std::to_string(plays) : "");
+      // An event is what its group became: renaming the group keeps the event.
+      const std::string& played = target->second.identity;
+      const int plays = ++playsOf[played];
+      const std::string role = "event:" + played + (plays > 1 ? "@" + std::to_string(plays) : "");
       events.push_back({names(event.name), ids.Guid(role), eventsWorkUnit});
       const Node node = Object(doc, "Event", events.back().name, events.back().id);
       doc.Attach(list, node);
       const Node action = Object(doc, "Action", "", ids, role + "/action");
       doc.Attach(doc.Element(node, "ChildrenList"), action);
       PropertyList(doc, action, {Int16("ActionType", 1)});  // play
-      ObjectReference(doc, doc.Element(action, "ReferenceList"), "Target", target->second);
+      ObjectReference(doc, doc.Element(action, "ReferenceList"), "Target", target->second.target, schema);
     }
     AddFile(result, project, "Events", workUnit, eventsWorkUnit, doc.Write(frame.document));
   }
