@@ -8,6 +8,9 @@
 #   provides every library the build made under that library's platform;
 # - a macOS library passes scripts/check-macos-module.sh (universal, one
 #   export, system libraries only, the build's minimum macOS, arm64 signed);
+# - a Linux library exports only ReaperPluginEntry, needs neither libstdc++
+#   nor libgcc_s (it carries both) and no glibc symbol version above 2.31;
+#   the highest one it needs is printed;
 # - the release archive in BUILD_DIR/release, when there is one, holds the
 #   library, README.md and LICENSE;
 # - examples/*.lua compile with a Lua compiler (Debian's lua5.4 is installed
@@ -89,6 +92,41 @@ for file in reaper_zolva-x64.dll reaper_zolva.dylib reaper_zolva-x86_64.so reape
   [ "${provided[$file]:-}" = "$want" ] || fail "$ext: no \"[$want] $file\" line in @provides"
 done
 
+# The newest glibc symbol version a Linux library may need: 2.31 is Ubuntu
+# 20.04's and Debian 11's C library.
+linux_glibc_limit=2.31
+
+# What a Linux library needs of the system it loads on, read with readelf
+# (binutils), which reads the ELF files of every architecture.
+check_linux_module() {
+  local library=$1 needed versions symbols exports foreign newer highest
+  if ! command -v readelf >/dev/null 2>&1; then
+    fail "$library: not checked: readelf (binutils) is missing"
+    return
+  fi
+  needed=$(readelf -dW "$library" | sed -n 's/.*(NEEDED).*\[\(.*\)\]$/\1/p')
+  # Versions the library needs ("Name: GLIBC_2.14  Flags: none  Version: 5").
+  versions=$(readelf -VW "$library" | sed -n 's/^ *0x[0-9a-f]*: *Name: \([^ ]*\) *Flags:.*/\1/p' | sort -u)
+  symbols=$(readelf --dyn-syms -W "$library")
+  exports=$(awk '$7 != "UND" && ($5 == "GLOBAL" || $5 == "WEAK" || $5 == "UNIQUE") {sub(/@.*/, "", $8); print $8}' <<<"$symbols")
+  [ "$exports" = ReaperPluginEntry ] || fail "$library must export only ReaperPluginEntry; it exports: $(echo $exports)"
+  foreign=$(grep -E '^(libstdc\+\+|libgcc_s)\.' <<<"$needed" || true)
+  [ -z "$foreign" ] || fail "$library needs the system's C++ runtime: $(echo $foreign)"
+  foreign=$(grep -vE '^GLIBC_[0-9.]+$' <<<"$versions" || true)
+  [ -z "$foreign" ] || fail "$library needs symbol versions of other libraries than glibc: $(echo $foreign)"
+  highest=$(sed -n 's/^GLIBC_//p' <<<"$versions" | sort -V | tail -n 1)
+  say "$library: needs $(echo $needed); highest glibc version ${highest:-(none)}, at most $linux_glibc_limit allowed"
+  # The symbols that need a version above the limit, for the message.
+  newer=$(awk -v limit="$linux_glibc_limit" '
+    function above(v, l,   a, b, i) {
+      split(v, a, "."); split(l, b, ".")
+      for (i = 1; i <= 3; i++) if (a[i] + 0 != b[i] + 0) return a[i] + 0 > b[i] + 0
+      return 0
+    }
+    $8 ~ /@GLIBC_[0-9.]+$/ { v = $8; sub(/.*@GLIBC_/, "", v); if (above(v, limit)) print $8 }' <<<"$symbols")
+  [ -z "$newer" ] || fail "$library needs glibc symbols newer than $linux_glibc_limit: $(echo $newer)"
+}
+
 libraries=$(find "$build" -path "$build/release" -prune -o -type f \
   \( -name 'reaper_zolva*.so' -o -name 'reaper_zolva*.dylib' -o -name 'reaper_zolva*.dll' \) -print)
 [ -n "$libraries" ] || fail "$build holds no reaper_zolva library: build it first"
@@ -103,6 +141,8 @@ while IFS= read -r library; do
   fi
   if [ "$name" = reaper_zolva.dylib ]; then
     scripts/check-macos-module.sh "$library" "$minimum_macos" || fail "$library is not a module macOS $minimum_macos loads"
+  elif [[ $name == *.so ]]; then
+    check_linux_module "$library"
   fi
 done <<<"$libraries"
 say "$ext: checked against version $version (${#provided[@]} platforms provided)"
