@@ -4,6 +4,7 @@
 
 #include "extension/module_list.h"
 #include "host/api_frame.h"
+#include "host/extensions_menu.h"
 #include "host/run_action.h"
 
 // Each module defines its descriptor in its own namespace.
@@ -39,6 +40,7 @@ void Register() {
     command_id = plugin_register("custom_action", &action);
     SetRunActionCommandId(command_id);
     plugin_register("hookcommand2", HookPointer());
+    if (command_id != 0) InstallExtensionsMenu({{"ZOLVA: Run", command_id}});
   }
   for (const Module* module : kModules) {
     module->start();
@@ -52,6 +54,7 @@ void Unregister() {
     (*it)->stop();
   }
   if (plugin_register) {
+    RemoveExtensionsMenu();
     plugin_register("-custom_action", &action);
     plugin_register("-hookcommand2", HookPointer());
   }
