@@ -19,5 +19,25 @@ HMENU NewMenu();
 // `commandId`.
 void Append(HMENU menu, const char* name, int commandId, HMENU submenu);
 
+// The platform's values of the MENUITEMINFO flags Append uses: SWELL's differ
+// from Win32's.
+struct ItemFlags {
+  unsigned int maskType, maskId, maskSubmenu, typeString, typeSeparator;
+};
+
+// Append's item as a MENUITEMINFO, whose fields Win32 and SWELL name alike.
+// The text is only read: both copy it.
+template <typename Info>
+Info ItemInfo(const ItemFlags& flags, const char* name, int commandId, HMENU submenu) {
+  Info item{};
+  item.cbSize = sizeof item;
+  item.fMask = flags.maskType | (submenu ? flags.maskSubmenu : flags.maskId);
+  item.fType = name ? flags.typeString : flags.typeSeparator;
+  item.wID = static_cast<unsigned int>(commandId);
+  item.hSubMenu = submenu;
+  item.dwTypeData = const_cast<char*>(name);
+  return item;
+}
+
 }  // namespace MenuPlatform
 }  // namespace ZOLVA

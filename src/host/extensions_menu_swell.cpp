@@ -27,8 +27,8 @@ struct SwellMenuItemInfo {
   int cch;
   void* hbmpItem;
 };
-constexpr unsigned int kMiimId = 1, kMiimType = 4, kMiimSubmenu = 8;
-constexpr unsigned int kMftString = 0, kMftSeparator = 0x800;
+constexpr ItemFlags kFlags{/*MIIM_TYPE*/ 4, /*MIIM_ID*/ 1, /*MIIM_SUBMENU*/ 8,
+                           /*MFT_STRING*/ 0, /*MFT_SEPARATOR*/ 0x800};
 constexpr std::uintptr_t kSwellApiVersion = 0x100;  // SWELLAPI_GetFunc(nullptr)'s answer
 using SwellBool = signed char;
 using SwellGetFunc = void* (*)(const char* name);
@@ -90,13 +90,7 @@ bool Load() {
 HMENU NewMenu() { return g_createPopupMenu(); }
 
 void Append(HMENU menu, const char* name, int commandId, HMENU submenu) {
-  SwellMenuItemInfo item{};
-  item.cbSize = sizeof item;
-  item.fMask = kMiimType | (submenu ? kMiimSubmenu : kMiimId);
-  item.fType = name ? kMftString : kMftSeparator;
-  item.wID = static_cast<unsigned int>(commandId);
-  item.hSubMenu = submenu;
-  item.dwTypeData = const_cast<char*>(name);  // SWELL copies the text
+  SwellMenuItemInfo item = ItemInfo<SwellMenuItemInfo>(kFlags, name, commandId, submenu);
   g_insertMenuItem(menu, g_getMenuItemCount(menu), 1, &item);
 }
 

@@ -14,13 +14,8 @@ bool Load() { return true; }
 HMENU NewMenu() { return CreatePopupMenu(); }
 
 void Append(HMENU menu, const char* name, int commandId, HMENU submenu) {
-  MENUITEMINFOA item{};
-  item.cbSize = sizeof item;
-  item.fMask = MIIM_TYPE | (submenu ? MIIM_SUBMENU : MIIM_ID);
-  item.fType = name ? MFT_STRING : MFT_SEPARATOR;
-  item.wID = static_cast<UINT>(commandId);
-  item.hSubMenu = submenu;
-  item.dwTypeData = const_cast<char*>(name);  // user32 copies the text
+  constexpr ItemFlags kFlags{MIIM_TYPE, MIIM_ID, MIIM_SUBMENU, MFT_STRING, MFT_SEPARATOR};
+  const MENUITEMINFOA item = ItemInfo<MENUITEMINFOA>(kFlags, name, commandId, submenu);
   InsertMenuItemA(menu, static_cast<UINT>(GetMenuItemCount(menu)), TRUE, &item);
 }
 
