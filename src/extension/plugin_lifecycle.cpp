@@ -5,6 +5,7 @@
 #include "actions/action_list.h"
 #include "extension/module_list.h"
 #include "host/api_frame.h"
+#include "host/extensions_menu.h"
 #include "host/run_action.h"
 
 // Each module defines its descriptor in its own namespace.
@@ -40,6 +41,20 @@ bool OnCommand(KbdSectionInfo* section, int command, int val, int valhw, int rel
 // counts as handled whatever happened.
 void* HookPointer() { return reinterpret_cast<void*>(Guarded<&OnCommand, true>); }
 
+// The Extensions > ZOLVA menu: the actions in their list order, then, apart,
+// "ZOLVA: Run"; an action the host gave no id is left out.
+std::vector<MenuEntry> MenuEntries() {
+  std::vector<MenuEntry> entries;
+  for (const ZOLVA_Actions::RegisteredAction& a : ZOLVA_Actions::RegisteredActions()) {
+    if (a.commandId != 0) entries.push_back({a.name, a.commandId});
+  }
+  if (command_id != 0) {
+    if (!entries.empty()) entries.push_back({std::string(), 0});
+    entries.push_back({"ZOLVA: Run", command_id});
+  }
+  return entries;
+}
+
 void Register() {
   // The native actions come first, so that the ids after "ZOLVA: Run"'s own
   // are not ours.
@@ -48,6 +63,7 @@ void Register() {
     command_id = plugin_register("custom_action", &action);
     SetRunActionCommandId(command_id);
     plugin_register("hookcommand2", HookPointer());
+    InstallExtensionsMenu(MenuEntries());
   }
   for (const Module* module : kModules) {
     module->start();
@@ -61,6 +77,7 @@ void Unregister() {
     (*it)->stop();
   }
   if (plugin_register) {
+    RemoveExtensionsMenu();
     plugin_register("-custom_action", &action);
     plugin_register("-hookcommand2", HookPointer());
   }

@@ -365,6 +365,24 @@ int NamedCommandLookup(const char* name) {
 }
 const char* GetResourcePath() { return H().resourcePathNull ? nullptr : g_current->resourcePath.c_str(); }
 
+bool AddExtensionsMainMenu() { return ++H().extensionsMenuRequests, true; }
+
+// SWELL's MENUITEMINFO, with its flags: MIIM_ID 1, MIIM_TYPE 4, MIIM_SUBMENU 8; MFT_SEPARATOR 0x800.
+struct SwellItemInfo { unsigned cbSize, fMask, fType, fState, wID; HMENU sub; void *checked, *unchecked;
+                       uintptr_t data; char* text; int cch; void* bitmap; };
+long MenuIndex(HMENU menu) { return static_cast<long>(reinterpret_cast<intptr_t>(menu)) - 1; }
+HMENU CreatePopupMenu() { return H().menus.emplace_back(), reinterpret_cast<HMENU>(g_current->menus.size()); }
+int GetMenuItemCount(HMENU menu) { auto* m = At(H().menus, MenuIndex(menu)); return m ? int(m->size()) : -1; }
+
+// By position (past the end appends), as the extension inserts.
+void InsertMenuItem(HMENU menu, int pos, signed char byPosition, SwellItemInfo* mi) {
+  std::vector<std::string>* items = At(H().menus, MenuIndex(menu));
+  if (!items || !byPosition || !(mi->fMask & 4)) return;
+  const std::string item = mi->fType & 0x800 ? "-" : mi->text + (mi->fMask & 8 ? ">" + std::to_string(MenuIndex(mi->sub))
+                                                  : mi->fMask & 1 ? "=" + std::to_string(mi->wID) : "");
+  items->insert(pos < 0 || pos > int(items->size()) ? items->end() : items->begin() + pos, item);
+}
+
 // Registrations by key, as REAPER keeps them; "-" + key withdraws one.
 int plugin_register(const char* name, void* value) {
   Host& h = H();
@@ -381,9 +399,10 @@ int plugin_register(const char* name, void* value) {
     if (remove) return static_cast<int>(h.customActions.erase(id));
     return h.customActions.count(id) ? 0 : (h.customActions[id] = h.nextCommandId++);
   }
-  if (key == "hookcommand2") {
-    if (remove) h.hooks.erase(std::remove(h.hooks.begin(), h.hooks.end(), value), h.hooks.end());
-    if (!remove) h.hooks.push_back(value);
+  if (key == "hookcommand2" || key == "hookcustommenu") {
+    std::vector<void*>& hooks = key == "hookcommand2" ? h.hooks : h.menuHooks;
+    if (remove) hooks.erase(std::remove(hooks.begin(), hooks.end(), value), hooks.end());
+    if (!remove) hooks.push_back(value);
     return 1;
   }
   if (remove) return static_cast<int>(h.registered.erase(key));
@@ -410,7 +429,11 @@ const std::map<std::string, void*> kFunctions = {
     SIM(GetUserInputs), SIM(GetUserFileNameForRead), SIM(ShowConsoleMsg), SIM(Undo_BeginBlock2), SIM(Undo_EndBlock2),
     SIM(GetCursorPositionEx), SIM(RefreshToolbar2), SIM(GetSet_LoopTimeRange2), SIM(EnumProjects),
     SIM(GetSetProjectInfo), SIM(genGuid), SIM(guidToString),
+    SIM(AddExtensionsMainMenu),
 };
+const std::map<std::string, void*> kSwellFunctions = {{"CreatePopupMenu", reinterpret_cast<void*>(&CreatePopupMenu)},
+    {"GetMenuItemCount", reinterpret_cast<void*>(&GetMenuItemCount)},
+    {"InsertMenuItem", reinterpret_cast<void*>(&InsertMenuItem)}};
 #undef SIM
 
 }  // namespace
@@ -451,6 +474,14 @@ void* Host::GetFunc(const char* name) {
   // Functions that extensions publish with "API_" are found by their plain name too.
   Registration* api = name && !fn ? Find(g_current->registered, std::string("API_") + name) : nullptr;
   return fn ? *fn : api ? api->value : nullptr;
+}
+
+size_t Host::ShowMenu(const char* id) {
+  HMENU menu = CreatePopupMenu();
+  for (int flag : {0, 1}) {
+    for (void* hook : menuHooks) reinterpret_cast<void (*)(const char*, HMENU, int)>(hook)(id, menu, flag);
+  }
+  return MenuIndex(menu);
 }
 
 std::string Host::NewGuid() {
@@ -502,3 +533,11 @@ bool Host::RunCommand(int command) {
 }
 
 }  // namespace sim
+
+#ifndef _WIN32
+extern "C" __attribute__((visibility("default"))) void* SWELLAPI_GetFunc(const char* name) {  // null: SWELL's version
+  void* const* fn = name ? sim::Find(sim::kSwellFunctions, name) : nullptr;
+  if (!sim::g_current || !sim::g_current->swellPresent) return nullptr;
+  return name ? (fn ? *fn : nullptr) : reinterpret_cast<void*>(0x100);
+}
+#endif

@@ -73,6 +73,8 @@ class Host {
   bool RunCommand(int command);  // as REAPER runs an action: each hook until one handles it
   int ToggleState(int command);  // as REAPER asks for a check mark: the "toggleaction" callback, -1 without one
   void SwitchTab(int tab);       // another project tab becomes current, with its own extension state
+  // As REAPER builds the menu `id`: a new menu to every "hookcustommenu" callback, with flag 0, then 1.
+  size_t ShowMenu(const char* id);  // the menu's index in `menus`
 
   reaper_plugin_info_t record;  // for ReaperPluginEntry
 
@@ -92,6 +94,12 @@ class Host {
   std::map<std::string, Registration> registered;  // live registrations by key
   std::map<std::string, int> customActions;        // idStr -> command id
   std::vector<void*> hooks;                        // hookcommand2 callbacks
+  std::vector<void*> menuHooks;                    // hookcustommenu callbacks
+  // SWELL's menus (HMENU n is menus[n - 1]), items as "text=command", "text>submenu index" or "-". Outside
+  // Windows, SWELLAPI_GetFunc serves them to a test program that exports it, unless !swellPresent.
+  std::vector<std::vector<std::string>> menus;
+  bool swellPresent = true;
+  int extensionsMenuRequests = 0;   // AddExtensionsMainMenu calls
   std::vector<std::pair<int, int>> commands;       // Main_OnCommand(command, flag)
   std::vector<MatrixCall> matrixCalls;
   std::vector<MessageBoxCall> messageBoxes;
