@@ -7,9 +7,10 @@
 // which sends its references to the __wrap_<symbol> definitions below; each
 // uses only what glibc 2.31 offers:
 //
-// - pthread_once, __pthread_key_create: the same functions at their first
-//   version. Up to glibc 2.33 they live in libpthread.so.0, which the module
-//   therefore names as needed; from 2.34 on libc.so.6 keeps that version.
+// - pthread_once, __pthread_key_create, dlsym: the same functions at their
+//   first version. Up to glibc 2.33 they live in libpthread.so.0 and
+//   libdl.so.2, which the module therefore names as needed; from 2.34 on
+//   libc.so.6 keeps that version.
 // - stat, lstat, fstat64: the __xstat functions those were before 2.33,
 //   still exported by later versions.
 // - __libc_single_threaded: glibc's hint that the process has one thread, so
@@ -46,12 +47,14 @@ constexpr int kStatVersion = 0;
 extern "C" {
 int zolva_glibc_pthread_once(pthread_once_t* once, void (*init)());
 int zolva_glibc_pthread_key_create(pthread_key_t* key, void (*destroy)(void*));
+void* zolva_glibc_dlsym(void* handle, const char* name);
 int zolva_glibc_xstat(int version, const char* path, struct stat* result);
 int zolva_glibc_lxstat(int version, const char* path, struct stat* result);
 int zolva_glibc_fxstat64(int version, int fd, struct stat64* result);
 }
 ZOLVA_BIND_FIRST(zolva_glibc_pthread_once, pthread_once);
 ZOLVA_BIND_FIRST(zolva_glibc_pthread_key_create, __pthread_key_create);
+ZOLVA_BIND_FIRST(zolva_glibc_dlsym, dlsym);
 ZOLVA_BIND_FIRST(zolva_glibc_xstat, __xstat);
 ZOLVA_BIND_FIRST(zolva_glibc_lxstat, __lxstat);
 ZOLVA_BIND_FIRST(zolva_glibc_fxstat64, __fxstat64);
@@ -101,6 +104,8 @@ int __wrap_pthread_once(pthread_once_t* once, void (*init)()) { return zolva_gli
 int __wrap___pthread_key_create(pthread_key_t* key, void (*destroy)(void*)) {
   return zolva_glibc_pthread_key_create(key, destroy);
 }
+
+void* __wrap_dlsym(void* handle, const char* name) { return zolva_glibc_dlsym(handle, name); }
 
 int __wrap_stat(const char* path, struct stat* result) { return zolva_glibc_xstat(kStatVersion, path, result); }
 
