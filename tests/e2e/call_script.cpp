@@ -14,7 +14,7 @@
 //   xmllint "path" [schema]                 the file is well-formed XML [and valid against expected/<schema>]
 //   run | reload | unload                  the "ZOLVA: Run" action | unload and load again | unload only
 //                                           (the vararg entries stay callable)
-//   action ZOLVA_...                       a native action, run by its command id as REAPER runs it
+//   action ZOLVA_...                       a native action, run as REAPER runs "_ZOLVA_..." from a toolbar
 //   tab N                                  project tab N becomes the current project
 //   ZOLVA_Name(arg, ...) [== result, ...]   a call, and what it returns then its outputs
 // Literals: "text" (\" \\ \n \t \r escapes; ${name} is replaced by a bound text),
@@ -344,8 +344,8 @@ void Line(Script& sc, const std::string& line) {
     std::filesystem::remove(file);
   } else if (verb == "run") {
     EXPECT_TRUE(sc.host.RunCommand(sc.host.customActions.at("ZOLVA_OPEN_COMMAND"))) << sc.where;
-  } else if (verb == "action") {
-    EXPECT_TRUE(sc.host.RunCommand(sc.host.customActions.at(name))) << sc.where;
+  } else if (verb == "action") {  // found as toolbars and scripts find it, by its command name
+    EXPECT_TRUE(sc.host.RunCommand(sc.host.NamedCommand("_" + name))) << sc.where;
     EXPECT_EQ(sc.host.undoOpen, 0) << sc.where << ": undo blocks left open";
     EXPECT_EQ(sc.host.refreshHold, 0) << sc.where << ": UI refresh left held";
   } else if (verb == "tab") {

@@ -358,10 +358,11 @@ void UpdateArrange() { ++H().arrangeUpdates; }
 void PreventUIRefresh(int count) { H().refreshHold += count, ++g_current->refreshCalls; }
 double GetPlayPosition() { return H().playPosition; }
 
-// SWS's commands when it is present; 0 for any other name.
+// A registered custom action as "_" + its id; SWS's commands when it is present; 0 for any other name.
 int NamedCommandLookup(const char* name) {
-  const std::string n = name && H().swsPresent ? name : "";
-  return n == "_S&M_CC123_SEL_TRACKS" ? Host::kSwsNotesOffSelectedTracks : n == "_SWS_UNSELALL" ? Host::kSwsUnselectAll : 0;
+  const int* custom = name && name[0] == '_' ? Find(H().customActions, std::string(name + 1)) : nullptr;
+  const std::string n = name && g_current->swsPresent ? name : "";
+  return custom ? *custom : n == "_S&M_CC123_SEL_TRACKS" ? Host::kSwsNotesOffSelectedTracks : n == "_SWS_UNSELALL" ? Host::kSwsUnselectAll : 0;
 }
 const char* GetResourcePath() { return H().resourcePathNull ? nullptr : g_current->resourcePath.c_str(); }
 
@@ -523,6 +524,8 @@ void Host::SwitchTab(int tab) {
   projExtState = std::move(otherTabs[tab]);
   projectTab = tab;
 }
+
+int Host::NamedCommand(const std::string& name) { return NamedCommandLookup(name.c_str()); }
 
 bool Host::RunCommand(int command) {
   int mainSection = 0;  // a KbdSectionInfo begins with its section id

@@ -71,6 +71,7 @@ class Host {
 
   static void* GetFunc(const char* name);
   bool RunCommand(int command);  // as REAPER runs an action: each hook until one handles it
+  int NamedCommand(const std::string& name);  // what NamedCommandLookup answers
   int ToggleState(int command);  // as REAPER asks for a check mark: the "toggleaction" callback, -1 without one
   void SwitchTab(int tab);       // another project tab becomes current, with its own extension state
   // As REAPER builds the menu `id`: a new menu to every "hookcustommenu" callback, with flag 0, then 1.
