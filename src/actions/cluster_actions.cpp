@@ -70,20 +70,6 @@ bool AskName(const char* title, std::string& name, const std::string& exceptGuid
   return false;
 }
 
-std::string NameOf(const std::string& guid) {
-  for (const ClusterData& cluster : ZOLVA_Cluster::AllClusters()) {
-    if (cluster.guid == guid) return cluster.name;
-  }
-  return std::string();
-}
-
-size_t MemberCount(const std::string& guid) {
-  for (const ClusterData& cluster : ZOLVA_Cluster::AllClusters()) {
-    if (cluster.guid == guid) return cluster.items.size();
-  }
-  return 0;
-}
-
 std::vector<std::string> SelectedItemGuids() {
   std::vector<std::string> guids;
   for (MediaItem* item : ZOLVA_Cluster::SelectedItems()) guids.push_back(ZOLVA_Cluster::ItemGuid(item));
@@ -117,7 +103,7 @@ void RenameClusterAtCursor() {
   if (!ReadyToChange(kRename, {ZOLVA_HOST_FUNCTION(GetUserInputs), ZOLVA_HOST_FUNCTION(GetCursorPositionEx)})) return;
   const std::string guid = ClusterAtCursor(kRename);
   if (guid.empty()) return;
-  const std::string old = NameOf(guid);
+  const std::string old = ZOLVA_Cluster::FindCluster(guid).value_or(ClusterData()).name;
   std::string name = old;
   if (!AskName("ZOLVA: Rename cluster", name, guid) || name == old) return;
   ProjectChange change(kRename);
@@ -129,8 +115,9 @@ void DeleteClusterAtCursor() {
   if (!ReadyToChange(kDelete, {ZOLVA_HOST_FUNCTION(GetCursorPositionEx)})) return;
   const std::string guid = ClusterAtCursor(kDelete);
   if (guid.empty()) return;
-  const size_t members = MemberCount(guid);
-  if (members > 0 && !AskYesNo("Delete the cluster \"" + NameOf(guid) + "\"?\n\nIts " + std::to_string(members) +
+  const ClusterData cluster = ZOLVA_Cluster::FindCluster(guid).value_or(ClusterData());
+  const size_t members = cluster.items.size();
+  if (members > 0 && !AskYesNo("Delete the cluster \"" + cluster.name + "\"?\n\nIts " + std::to_string(members) +
                                (members == 1 ? " item stays" : " items stay") +
                                " in the project; only the cluster goes. Edit > Undo brings it back.")) {
     return;
@@ -150,8 +137,7 @@ void AddSelectedItemsToCluster() {
   }
   const std::string guid = ClusterAtCursor(kAdd);
   if (guid.empty()) return;
-  ClusterData cluster;
-  for (const ClusterData& each : ZOLVA_Cluster::AllClusters()) cluster = each.guid == guid ? each : cluster;
+  const ClusterData cluster = ZOLVA_Cluster::FindCluster(guid).value_or(ClusterData());
   const bool anyInside = std::any_of(items.begin(), items.end(), [&](MediaItem* item) {
     return ZOLVA_Cluster::Overlaps(cluster, ZOLVA_Cluster::ItemValue(item, "D_POSITION"),
                                    ZOLVA_Cluster::ItemValue(item, "D_LENGTH"));

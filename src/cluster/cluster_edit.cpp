@@ -81,6 +81,12 @@ bool ClusterNameTaken(const std::string& name, const std::string& exceptGuid) {
   return taken;
 }
 
+std::optional<ClusterData> FindCluster(const std::string& guid) {
+  std::optional<ClusterData> found;
+  State::WithCluster(guid, [&](const ClusterData& cluster) { found = cluster; });
+  return found;
+}
+
 std::vector<ClusterData> AllClusters() {
   std::vector<ClusterData> clusters;
   State::WithRegistry([&](const State::ClusterStateCache& cache) { clusters = State::CopyClusters(cache); });

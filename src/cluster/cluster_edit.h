@@ -4,6 +4,7 @@
 // Each runs under the registry's lock; none writes the project.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,9 @@ std::string ClusterAt(double position);
 
 // True when another cluster than `exceptGuid` already has the name.
 bool ClusterNameTaken(const std::string& name, const std::string& exceptGuid = std::string());
+
+// A copy of the one cluster of that GUID; nothing when none has it.
+std::optional<ClusterData> FindCluster(const std::string& guid);
 
 // Every cluster, copied, in registry order.
 std::vector<ClusterData> AllClusters();

@@ -14,7 +14,8 @@
 
 #include "cluster/cluster_data.h"
 #include "cluster/render_backup.h"
-#include "host/reaper_api.h"
+
+struct ReaProject;
 
 namespace ZOLVA_Cluster::State {
 
